@@ -1,0 +1,32 @@
+# One static library a floor. A floor is given the floors that it may call, so
+# that a call upwards is an unresolved symbol and not a matter of discipline.
+
+# What every target of the project is compiled with. The prefix map makes
+# __FILE__ begin with "./", relative to src/: failures name their source file in
+# documents that customers read, and no build path may leak into those.
+add_library(house INTERFACE)
+target_compile_options(house INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+  -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/src/=./
+  -fdebug-prefix-map=${PROJECT_SOURCE_DIR}/=)
+if(DEPLOYER_WERROR)
+  target_compile_options(house INTERFACE -Werror)
+endif()
+
+# add_floor(NAME LIB...) makes the library of src/NAME from its *.cpp files.
+function(add_floor name)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp)
+  add_library(${name} STATIC ${sources})
+  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+  target_link_libraries(${name} PUBLIC ${ARGN} PRIVATE house)
+endfunction()
+
+# add_unit_tests(FLOOR LIB...) makes the test program of tests/unit/FLOOR.
+function(add_unit_tests floor)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${floor}/*.cpp)
+  if(sources)
+    add_executable(unit_${floor} ${sources})
+    target_link_libraries(unit_${floor} PRIVATE ${floor} ${ARGN} house GTest::gmock GTest::gtest_main)
+    gtest_discover_tests(unit_${floor} TEST_PREFIX ${floor}. DISCOVERY_TIMEOUT 60)
+  endif()
+endfunction()
