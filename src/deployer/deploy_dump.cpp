@@ -1,0 +1,75 @@
+#include "deployer/deploy_dump.h"
+
+#include <log4cpp/Category.hh>
+#include <memory>
+
+#include "commons/files.h"
+#include "commons/session.h"
+#include "deployer/content_source.h"
+#include "report/migration_status.h"
+#include "report/progress_report.h"
+#include "restore/restorer.h"
+#include "restore/zelvo_dump.h"
+#include "xml/validation.h"
+
+namespace zelvo {
+
+namespace {
+
+log4cpp::Category& logger = log4cpp::Category::getInstance("p.deployer");
+
+void validate(tXmlZelvoDump& dump, const std::string& path, bool skipXsd) {
+    if (skipXsd) {
+        logger.debug("DUMP validation have been skipped due to user settings!");
+        return;
+    }
+    logger.debugStream() << "Validate dump using restore specification: " << path;
+    validateSchema(dump, files::getZelvoRestoreSpecificationXsdFileName());
+}
+
+// The archives' repository, for the log. No unpacker reads it yet: elements with content are
+// reported where the walk meets them.
+void noteContentSource(bool noRepository, const std::string& repositoryPath) {
+    if (noRepository) {
+        logger.debug("Content archives are expected in the session");
+    } else {
+        logger.debugStream() << "Content archives are expected in the repository "
+                             << repositoryPath;
+    }
+}
+
+}  // namespace
+
+void action_deploy_dump(bool notify, const std::string& domainTemplate,
+                        const std::string& backupUser, const std::string& backupUserType,
+                        bool noRepository, const std::string& sessionPath,
+                        const std::string& repositoryUrl,
+                        [[maybe_unused]] const std::string& repositoryLogin,
+                        [[maybe_unused]] const std::string& repositoryPwd, bool skipXsd,
+                        bool suspend) {
+    const std::string path = theSession->getZelvoDumpFileName();
+    const std::unique_ptr<MigrationStatus> status = createMigrationStatusFile();
+    status->setIdle();
+    status->saveFile();
+
+    tXmlZelvoDump dump(path.c_str());
+    dump.initFileDoc("migration-dump");
+    const XmlNode root(dump.doc(), dump.root());
+    noteContentSource(noRepository, chooseRepositoryPath(repositoryUrl, root, sessionPath));
+    validate(dump, path, skipXsd);
+
+    tDeployProgressReport report(status.get(), dump.getAccountsNum(), dump.getDomainsNum());
+    ZelvoDumpRestorer restorer;
+    tDeployDocAbility::report_ptr_ = &report;
+    tDeployDocAbility::doc_ = dump.doc();
+    tDeployDocAbility::xnode_root_ = dump.root();
+    tDeployDocAbility::root = root;
+    tDeployDocAbility::domainTemplate = domainTemplate;
+    tDeployDocAbility::notifyUsers = notify;
+    tDeployDocAbility::backupUser = backupUser;
+    tDeployDocAbility::backupUserType = backupUserType;
+    tDeployDocAbility::suspend = suspend;
+    restorer();
+}
+
+}  // namespace zelvo

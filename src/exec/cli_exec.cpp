@@ -1,0 +1,81 @@
+#include "exec/cli_exec.h"
+
+#include <boost/lexical_cast.hpp>
+
+#include "report/debug_log.h"
+
+namespace zelvo {
+
+namespace {
+
+// What a utility cannot return: the gate failed.
+constexpr int kGateFailed = 255;
+
+}  // namespace
+
+bool CliExec::use_gate = true;
+bool CliExec::first_run = true;
+std::optional<std::string> CliExec::defaultCliUser;
+
+CliExec::CliExec(const std::string& path) : tLogExecCmd(path) {
+    setEnv("LANG", "en_US.UTF-8");
+    setEnv("ALLOW_WEAK_PASSWORDS", "");
+    if (defaultCliUser) {
+        setEnv("ZELVO_SUID", *defaultCliUser);
+    }
+    if (first_run) {
+        detectGate();
+    }
+}
+
+void CliExec::detectGate() {
+    theDebugLog->log(std::string("Attempt to detect available CLI execution interfaces"));
+    first_run = false;
+    try {
+        initConnection();
+        theDebugLog->log(std::string("CLI gate is available"));
+    } catch (const ExTraceable& failure) {
+        theDebugLog->log(std::string("CLI gate is NOT available"));
+        use_gate = false;
+        theDebugLog->log(failure);
+    }
+}
+
+CliExec& CliExec::operator<<(const std::string& argument) {
+    hasOptions_ = hasOptions_ || expectOptions_;
+    tLogExecCmd::operator<<(argument);
+    return *this;
+}
+
+int CliExec::exec() {
+    if (hasNothingToDo()) {
+        return 0;
+    }
+    if (!use_gate) {
+        return tLogExecCmd::exec();
+    }
+    started = true;
+    makePostRequest(prepareRequestString());
+    analyzeResponse();
+    return retCode;
+}
+
+int CliExec::exec(std::nothrow_t) noexcept {
+    if (hasNothingToDo()) {
+        return 0;
+    }
+    try {
+        exec();
+        return 0;
+    } catch (const Exc<&ExecCmd::Failed>&) {
+        return retCode;
+    } catch (const ExTraceable& failure) {
+        theDebugLog->log(failure);
+    } catch (const boost::bad_lexical_cast& failure) {
+        // An answer of the gate whose return code is no number.
+        theDebugLog->log(std::string(failure.what()));
+    }
+    return kGateFailed;
+}
+
+}  // namespace zelvo

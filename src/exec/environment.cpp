@@ -1,0 +1,58 @@
+#include "exec/environment.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+namespace zelvo {
+
+namespace {
+
+bool isNamed(const char* entry, const std::string& name) {
+    return strncmp(entry, name.c_str(), name.size()) == 0 && entry[name.size()] == '=';
+}
+
+}  // namespace
+
+EnvironmentVector::EnvironmentVector(const Environment& additions) {
+    // The entries point into these strings, so they must not move.
+    owned_.reserve(additions.size());
+    for (char** inherited = environ; inherited != nullptr && *inherited != nullptr; ++inherited) {
+        entries_.push_back(*inherited);
+    }
+    for (const auto& [name, value] : additions) {
+        // As C strings: setenv sees no more of them.
+        set(name.c_str(), value.c_str());
+        if (error_ != 0) {
+            break;
+        }
+    }
+    entries_.push_back(nullptr);
+}
+
+const char* EnvironmentVector::find(const std::string& name) const {
+    for (const char* entry : entries_) {
+        if (entry != nullptr && isNamed(entry, name)) {
+            return entry + name.size() + 1;
+        }
+    }
+    return nullptr;
+}
+
+void EnvironmentVector::set(const std::string& name, const std::string& value) {
+    if (name.empty() || name.find('=') != std::string::npos) {
+        error_ = EINVAL;
+        return;
+    }
+    char* const added = owned_.emplace_back(name + "=" + value).data();
+    for (char*& entry : entries_) {
+        if (isNamed(entry, name)) {
+            entry = added;
+            return;
+        }
+    }
+    entries_.push_back(added);
+}
+
+}  // namespace zelvo

@@ -1,0 +1,288 @@
+#include "exec/process.h"
+
+#include <fcntl.h>
+#include <paths.h>
+#include <poll.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <boost/format.hpp>
+#include <cerrno>
+#include <cstring>
+
+#include "commons/system_error.h"
+#include "exec/descriptor.h"
+#include "exec/spawn.h"
+#include "lib/liblog.h"
+#include "report/termination_lines.h"
+
+namespace zelvo {
+
+namespace {
+
+// Gives a signal another disposition for its lifetime.
+class ScopedDisposition {
+  public:
+    ScopedDisposition(int number, void (*handler)(int)) : number_(number) {
+        struct sigaction action {};
+        action.sa_handler = handler;
+        sigaction(number, &action, &saved_);
+    }
+    ~ScopedDisposition() { sigaction(number_, &saved_, nullptr); }
+    ScopedDisposition(const ScopedDisposition&) = delete;
+    ScopedDisposition& operator=(const ScopedDisposition&) = delete;
+
+  private:
+    int number_;
+    struct sigaction saved_ {};
+};
+
+const Environment& noAdditions() {
+    static const Environment none;
+    return none;
+}
+
+void makePipe(Pipe& pipe) {
+    if (!pipe.open()) {
+        messlog2(1, 0, "forkExecvGetOutErr: pipe() failed");
+    }
+}
+
+void setNonBlocking(const Descriptor& end) {
+    if (fcntl(end.get(), F_SETFL, O_NONBLOCK) != 0) {
+        messlog2(1, 0, "forkExecvGetOutErr: fcntl(O_NONBLOCK) failed");
+    }
+}
+
+// The three pipes of a run; this process's ends do not block.
+struct RunPipes {
+    RunPipes() {
+        makePipe(in);
+        makePipe(out);
+        makePipe(err);
+        setNonBlocking(in.writeEnd);
+        setNonBlocking(out.readEnd);
+        setNonBlocking(err.readEnd);
+    }
+
+    void closeChildEnds() {
+        in.readEnd.reset();
+        out.writeEnd.reset();
+        err.writeEnd.reset();
+    }
+
+    Pipe in;
+    Pipe out;
+    Pipe err;
+};
+
+// Closes the child's input behind its last byte.
+void feed(Descriptor& end, std::string_view& input) {
+    writeFromString(end.get(), input);
+    if (input.empty()) {
+        end.reset();
+    }
+}
+
+void drain(Descriptor& end, std::string& text) {
+    if (!readToString(end.get(), text)) {
+        end.reset();
+    }
+}
+
+// Waits until one of three descriptors can go on. Those that are closed (-1) never can.
+std::array<bool, 3> waitReady(const RunPipes& pipes) {
+    std::array<pollfd, 3> polled{{{pipes.in.writeEnd.get(), POLLOUT, 0},
+                                  {pipes.out.readEnd.get(), POLLIN, 0},
+                                  {pipes.err.readEnd.get(), POLLIN, 0}}};
+    const bool isInterrupted = poll(polled.data(), polled.size(), -1) < 0;
+    if (isInterrupted && errno != EINTR) {
+        throwSystemError("forkExecvGetOutErr: select() failed");
+    }
+    std::array<bool, 3> ready{};
+    for (std::size_t i = 0; i < polled.size(); ++i) {
+        // After a signal all are tried, and those that are not ready say so.
+        ready[i] = polled[i].fd >= 0 && (isInterrupted || polled[i].revents != 0);
+    }
+    return ready;
+}
+
+// Feeds and gathers until all three pipes are done with.
+void exchange(RunPipes& pipes, std::string_view& input, std::string& outText,
+              std::string& errText) {
+    while (pipes.in.writeEnd.isOpen() || pipes.out.readEnd.isOpen() || pipes.err.readEnd.isOpen()) {
+        const auto [isInReady, isOutReady, isErrReady] = waitReady(pipes);
+        if (isInReady) {
+            feed(pipes.in.writeEnd, input);
+        }
+        if (isOutReady) {
+            drain(pipes.out.readEnd, outText);
+        }
+        if (isErrReady) {
+            drain(pipes.err.readEnd, errText);
+        }
+    }
+}
+
+// Returns the exit status, or -1.
+int waitForChild(pid_t pid) {
+    int status = 0;
+    pid_t ended = -1;
+    do {
+        ended = waitpid(pid, &status, 0);
+    } while (ended < 0 && (errno == EINTR || errno == ECHILD));
+    writeTerminationLines();
+    return ended > 0 && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+void writeAll(int fd, std::string_view text) {
+    while (!text.empty()) {
+        const ssize_t written = write(fd, text.data(), text.size());
+        if (written > 0) {
+            text.remove_prefix(static_cast<std::size_t>(written));
+        } else if (errno != EINTR) {
+            return;
+        }
+    }
+}
+
+// What a process says that ends by a system error nobody caught.
+std::string uncaughtText(const char* what, int error) {
+    return std::string("Uncaught std::exception: ") + SystemError(what, error).what() + "\n";
+}
+
+// What messlog2 says of a failed exec, on each of its two streams.
+std::string execFailureText(int error) {
+    const char* const reason = strerror(error);
+    return (boost::format("forkExecvPipes: execv() failed: %1%\n\nSystem error %2%: %1%\n") %
+            reason % error)
+        .str();
+}
+
+// Writes in the place of a child that could not start what the child would have said.
+void tellFailedStart(const SpawnFailure& failure, int outFd, int errFd) {
+    const ScopedDisposition ignorePipe(SIGPIPE, SIG_IGN);
+    switch (failure.step) {
+        case SpawnStep::kStreams:
+            writeAll(errFd, uncaughtText("dup2Custom failed", failure.error));
+            break;
+        case SpawnStep::kSetuid:
+            writeAll(errFd, uncaughtText("forkExecvPipes: setuid() failed", failure.error));
+            break;
+        case SpawnStep::kSetenv:
+            writeAll(errFd, uncaughtText("forkExecvPipes: setenv() falied", failure.error));
+            break;
+        case SpawnStep::kExec:
+            writeAll(errFd, execFailureText(failure.error));
+            writeAll(outFd, execFailureText(failure.error));
+            break;
+    }
+}
+
+StartedChild start(const std::array<int, 3>& streams, const std::string& utility,
+                   const ArgList& args, std::uint32_t uid, const Environment& env) {
+    SpawnPlan plan(streams, utility, args, uid, env);
+    const StartedChild child = startChild(plan);
+    if (child.failure) {
+        tellFailedStart(*child.failure, streams[1], streams[2]);
+    }
+    return child;
+}
+
+}  // namespace
+
+int forkExecvGetInOutErrSuidEnv(std::string input, std::string& outText, std::string& errText,
+                                const std::string& utility, const ArgList& args, std::uint32_t uid,
+                                const Environment& env) {
+    const ScopedDisposition ignorePipe(SIGPIPE, SIG_IGN);
+    // Where SIGCHLD is ignored, which a process inherits, the kernel reaps its children and there
+    // is no status to wait for.
+    const ScopedDisposition keepStatus(SIGCHLD, SIG_DFL);
+    RunPipes pipes;
+    std::string_view rest(input);
+    // What the pipe can hold is there before the child is: a child that ends without having read
+    // its small input must not make a write fail now and then.
+    feed(pipes.in.writeEnd, rest);
+    const StartedChild child =
+        start({pipes.in.readEnd.get(), pipes.out.writeEnd.get(), pipes.err.writeEnd.get()}, utility,
+              args, uid, env);
+    pipes.closeChildEnds();
+    if (child.failure) {
+        pipes.in.writeEnd.reset();
+    }
+    exchange(pipes, rest, outText, errText);
+    return waitForChild(child.pid);
+}
+
+int forkExecvGetOutErrSuidEnv(std::string& outText, std::string& errText,
+                              const std::string& utility, const ArgList& args, std::uint32_t uid,
+                              const Environment& env) {
+    return forkExecvGetInOutErrSuidEnv("", outText, errText, utility, args, uid, env);
+}
+
+int forkExecvGetOutErrSuid(std::string& outText, std::string& errText, const std::string& utility,
+                           const ArgList& args, std::uint32_t uid) {
+    return forkExecvGetOutErrSuidEnv(outText, errText, utility, args, uid, noAdditions());
+}
+
+int forkExecvGetOutErr(std::string& outText, std::string& errText, const std::string& utility,
+                       const ArgList& args) {
+    return forkExecvGetOutErrSuid(outText, errText, utility, args, kKeepUser);
+}
+
+int forkExecvGetOut(std::string& outText, const std::string& utility, const ArgList& args) {
+    std::string errText;
+    return forkExecvGetOutErr(outText, errText, utility, args);
+}
+
+pid_t forkExecvPipes(int inFd, int outFd, int errFd, const std::string& utility,
+                     const ArgList& args, std::uint32_t uid, const Environment& env) {
+    return start({inFd, outFd, errFd}, utility, args, uid, env).pid;
+}
+
+int dup2Custom(int source, int target) {
+    if (source == target) {
+        return target;
+    }
+    if (source == -1) {
+        source = open(_PATH_DEVNULL, O_RDWR);
+        if (source == -1) {
+            throwSystemError("dup2Custom failed");
+        }
+    }
+    return moveDescriptor(source, target);
+}
+
+bool readToString(int fd, std::string& text) {
+    std::array<char, 4096> block;
+    for (;;) {
+        const ssize_t got = read(fd, block.data(), block.size());
+        if (got == 0) {
+            return false;
+        }
+        if (got > 0) {
+            text.append(block.data(), static_cast<std::size_t>(got));
+        } else if (errno == EAGAIN) {
+            return true;
+        } else if (errno != EINTR) {
+            throwSystemError("readToString failed");
+        }
+    }
+}
+
+void writeFromString(int fd, std::string_view& text) {
+    while (!text.empty()) {
+        const ssize_t written = write(fd, text.data(), text.size());
+        if (written >= 0) {
+            text.remove_prefix(static_cast<std::size_t>(written));
+        } else if (errno == EAGAIN) {
+            return;
+        } else if (errno != EINTR) {
+            throwSystemError("writeToString failed");
+        }
+    }
+}
+
+}  // namespace zelvo

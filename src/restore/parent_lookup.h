@@ -1,0 +1,14 @@
+// How an object of the dump finds its owner on the panel.
+#pragma once
+
+#include <map>
+#include <string>
+
+namespace zelvo {
+
+// Cuts text into lines of the form KEY=VALUE, at the first "=" of each; a later line of the same
+// key replaces an earlier one, and a line without "=" is passed over. A carriage return before the
+// line feed does not count.
+std::map<std::string, std::string> parseKeyValueLines(const std::string& text);
+
+}  // namespace zelvo

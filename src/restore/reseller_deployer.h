@@ -1,0 +1,25 @@
+// Restores one reseller of the panel: the account and the clients below it.
+#pragma once
+
+#include <string>
+
+#include "restore/client_deployer.h"
+
+namespace zelvo {
+
+// Deploys one `reseller` element. A reseller is always below the administrator.
+class ResellerDeployer : public ClientDeployer {
+  public:
+    ResellerDeployer(const std::string& name, const tDeployAction& action);
+
+    std::string GetClientCliUtil() const override { return "reseller"; }
+    std::string GetClientCliPrefUtil() const override { return "reseller_pref"; }
+
+    // Restores the account, its domains and its clients; what failed is logged and does not leave.
+    void operator()(XmlNode node) const override;
+
+    // Restores one `client` element below this reseller.
+    void deployClient(const XmlNode& node) const;
+};
+
+}  // namespace zelvo

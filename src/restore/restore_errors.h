@@ -1,0 +1,17 @@
+// The errors of the object deployers, with their message templates.
+#pragma once
+
+#include "commons/errors.h"
+
+ERROR_TAG(FailedClientDeployment, "Failed deployment of client %1%");
+ERROR_TAG(FailedDomainDeployment, "Failed deployment of domain %1%");
+ERROR_TAG(SkipDomainDueToTemplateHosting,
+          "Domain %1% has not enabled hosting, but domain template you trying to apply has. This "
+          "situation can not be resolved automatically. Please ether create physical hosting on "
+          "the domain or use domain template without hosting disabled, and migrate this domain "
+          "again");
+ERROR_TAG(ResumeDomainFailed,
+          "The resume of domain failed. The domain may be unavailable after restore. Please, "
+          "resume it manually. Error message: %1%");
+ERROR_TAG(ClientDoesNotExist, "Client %1% does not exist, but is expected to.");
+ERROR_TAG(UnknownParentClassObject, "Cannot find parent with guid '%1%' ['%2%'].");

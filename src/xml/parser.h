@@ -1,0 +1,22 @@
+// The one way in which outside bytes become a document.
+#pragma once
+
+#include <string>
+
+#include "xml/libxml_types.h"
+
+namespace zelvo {
+
+// Makes libxml2 refuse, from now on and in the whole process, to fetch what a document, a schema or a
+// stylesheet names by a network URL. Called by all that reads.
+void refuseNetwork();
+
+// Parses a file; "-" is standard input. Gives null for what is not well-formed, or goes beyond
+// libxml2's limits of depth and expansion; what libxml2 says of it goes to its generic error
+// function. The caller owns the document.
+xmlDoc* parseXmlFile(const char* fileName);
+
+// The same for a text in memory. A text of 2 GB or more gives null.
+xmlDoc* parseXmlText(const std::string& text);
+
+}  // namespace zelvo

@@ -1,0 +1,95 @@
+#include "xml/validation.h"
+
+#include <libxml/parser.h>
+#include <libxml/valid.h>
+#include <libxml/xmlschemas.h>
+
+#include <memory>
+
+#include "xml/error_collector.h"
+#include "xml/parser.h"
+#include "xml/xml_errors.h"
+#include "xml/xml_string.h"
+
+namespace zelvo {
+
+namespace {
+
+// A context for checks against DTDs whose diagnostics go to the string. Null without memory.
+XmlValidCtxtPtr newValidContext(std::string& errors) {
+    XmlValidCtxtPtr context(xmlNewValidCtxt());
+    if (context.get() != nullptr) {
+        context.get()->userData = &errors;
+        context.get()->error = libxmlErrorHandler;
+        context.get()->warning = libxmlErrorHandler;
+    }
+    return context;
+}
+
+template <auto Free>
+struct Freeing {
+    template <class T>
+    void operator()(T* pointer) const {
+        Free(pointer);
+    }
+};
+using SchemaParserPtr = std::unique_ptr<xmlSchemaParserCtxt, Freeing<xmlSchemaFreeParserCtxt>>;
+using SchemaPtr = std::unique_ptr<xmlSchema, Freeing<xmlSchemaFree>>;
+using SchemaValidCtxtPtr = std::unique_ptr<xmlSchemaValidCtxt, Freeing<xmlSchemaFreeValidCtxt>>;
+
+}  // namespace
+
+void tExternalDtdDoc::readFromFile() {
+    refuseNetwork();
+    dtd_ = XmlDtdPtr(xmlParseDTD(nullptr, toXmlChar(fileName_)));
+    if (dtd_.get() == nullptr) {
+        throw EXC(InvalidDtdFile) % fileName_;
+    }
+}
+
+void tDtdValidator::validateXml(tXmlDocument& document) const {
+    std::string errors;
+    const XmlValidCtxtPtr context = newValidContext(errors);
+    if (context.get() == nullptr) {
+        throw EXC(tError_XmlInternal) % "Can not allocate memory for xmlValidCtxtPtr";
+    }
+    if (xmlValidateDocument(context.get(), document.doc()) == 0) {
+        throw EXC(InternalDtdValidationFailed) % errors;
+    }
+}
+
+void tDtdValidator::validateXml(tXmlDocument& document, const std::string& dtdFile) const {
+    tExternalDtdDoc dtd(dtdFile);
+    dtd.readFromFile();
+    std::string errors;
+    const XmlValidCtxtPtr context = newValidContext(errors);
+    if (context.get() == nullptr) {
+        throw EXC(tError_XmlInternal) % "Can not allocate memory for xmlValidCtxtPtr";
+    }
+    if (xmlValidateDtd(context.get(), document.doc(), dtd.dtd()) == 0) {
+        throw EXC(ExternalDtdValidationFailed) % dtdFile % errors;
+    }
+}
+
+void validateSchema(tXmlDocument& document, const std::string& xsdFile) {
+    refuseNetwork();
+    const SchemaParserPtr parser(xmlSchemaNewParserCtxt(xsdFile.c_str()));
+    if (!parser) {
+        throw EXC(tError_XmlInternal) % "Can not allocate memory for xmlSchemaNewParserCtxt";
+    }
+    const SchemaPtr schema(xmlSchemaParse(parser.get()));
+    if (!schema) {
+        throw EXC(tError_XmlInternal) % "Can not allocate memory for xmlSchemaParse";
+    }
+    const SchemaValidCtxtPtr context(xmlSchemaNewValidCtxt(schema.get()));
+    if (!context) {
+        throw EXC(tError_XmlInternal) % "Can not allocate memory for xmlSchemaNewValidCtxt";
+    }
+    std::string errors;
+    xmlSchemaSetValidErrors(context.get(), libxmlErrorHandler, libxmlErrorHandler, &errors);
+    if (xmlSchemaValidateDoc(context.get(), document.doc()) != 0) {
+        throw EXC(InternalDtdValidationFailed) % errors;
+    }
+}
+
+}  // namespace zelvo
