@@ -1,0 +1,51 @@
+# What people type. The build itself is CMake's (CMakePresets.json).
+
+JOBS ?= $(shell nproc)
+PREFIX ?= /usr/local/qrd
+DESTDIR ?=
+# Warnings stop a build in continuous integration and nowhere else.
+export WERROR ?= $(if $(CI),ON,OFF)
+
+.PHONY: demo test build setup asan lint bench fuzz coverage install clean
+
+build: setup
+	@cmake --preset release
+	@cmake --build build -j $(JOBS)
+
+# Installs what is missing of packages.txt (Debian 12, as root).
+setup:
+	@./cmake/setup packages.txt
+
+demo: build
+	@./examples/demo build/bin
+
+test: build
+	@ctest --test-dir build --output-on-failure -j $(JOBS)
+
+asan: setup
+	@cmake --preset asan
+	@cmake --build build/asan -j $(JOBS)
+	@ctest --test-dir build/asan --output-on-failure -j $(JOBS)
+
+lint: build
+	@./cmake/lint build
+
+bench: build
+	@./bench/run build/bin
+
+fuzz: setup
+	@cmake --preset fuzz
+	@cmake --build build/fuzz -j $(JOBS)
+	@./tests/fuzz/run build/fuzz/bin $(FUZZ_SECONDS)
+
+coverage: setup
+	@cmake --preset coverage
+	@cmake --build build/coverage -j $(JOBS)
+	@ctest --test-dir build/coverage --output-on-failure -j $(JOBS)
+	@./cmake/coverage build/coverage
+
+install: build
+	@DESTDIR=$(DESTDIR) cmake --install build --prefix $(PREFIX)
+
+clean:
+	@rm -rf build
