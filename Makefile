@@ -6,20 +6,27 @@ DESTDIR ?=
 # Warnings stop a build in continuous integration and nowhere else.
 export WERROR ?= $(if $(CI),ON,OFF)
 
-.PHONY: demo test build setup asan lint bench fuzz coverage install clean
+.PHONY: demo test build all configure setup asan lint bench fuzz coverage install clean
 
-build: setup
-	@cmake --preset release
-	@cmake --build build -j $(JOBS)
+build: configure
+	@cmake --build build -j $(JOBS) --target deployer
 
 # Installs what is missing of packages.txt (Debian 12, as root).
 setup:
 	@./cmake/setup packages.txt
 
-demo: build
+configure: setup
+	@cmake --preset release
+
+# Everything: the utility, the sandbox, the tests, the benchmarks.
+all: configure
+	@cmake --build build -j $(JOBS)
+
+demo: configure
+	@cmake --build build -j $(JOBS) --target deployer sandbox-enter
 	@./examples/demo build/bin
 
-test: build
+test: all
 	@ctest --test-dir build --output-on-failure -j $(JOBS)
 
 asan: setup
@@ -27,10 +34,10 @@ asan: setup
 	@cmake --build build/asan -j $(JOBS)
 	@ctest --test-dir build/asan --output-on-failure -j $(JOBS)
 
-lint: build
+lint: all
 	@./cmake/lint build
 
-bench: build
+bench: all
 	@./bench/run build/bin
 
 fuzz: setup

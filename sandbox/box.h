@@ -6,9 +6,9 @@
 namespace sandbox {
 
 struct BoxOptions {
-  std::string state;      // absolute path of the state directory, which exists
-  std::string utilities;  // directory of the built stand-ins
-  bool configuration = true;  // with /etc/qrd/qrd.conf
+    std::string state;          // absolute path of the state directory, which exists
+    std::string utilities;      // directory of the built stand-ins
+    bool configuration = true;  // with /etc/qrd/qrd.conf
 };
 
 // Takes this process into a mount and a network namespace of its own and makes

@@ -9,13 +9,13 @@
 namespace sandbox {
 
 struct Call {
-  std::string utility;
-  std::vector<std::string> arguments;
-  std::vector<std::pair<std::string, std::string>> environment;  // in the order of the names
-  std::string input;
+    std::string utility;
+    std::vector<std::string> arguments;
+    std::vector<std::pair<std::string, std::string>> environment;  // in the order of the names
+    std::string input;
 
-  // The value that the caller set, or null. Set to nothing is not the same as not set.
-  const std::string* env(std::string_view name) const;
+    // The value that the caller set, or null. Set to nothing is not the same as not set.
+    const std::string* env(std::string_view name) const;
 };
 
 // The variables that a call is known by, in the order of their names.

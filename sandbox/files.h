@@ -10,20 +10,20 @@ namespace sandbox {
 
 // Owner of a descriptor.
 class Fd {
- public:
-  explicit Fd(int fd = -1) : fd_(fd) {}
-  Fd(Fd&& other) noexcept : fd_(other.release()) {}
-  Fd& operator=(Fd&& other) noexcept;
-  Fd(const Fd&) = delete;
-  Fd& operator=(const Fd&) = delete;
-  ~Fd();
+  public:
+    explicit Fd(int fd = -1) : fd_(fd) {}
+    Fd(Fd&& other) noexcept : fd_(other.release()) {}
+    Fd& operator=(Fd&& other) noexcept;
+    Fd(const Fd&) = delete;
+    Fd& operator=(const Fd&) = delete;
+    ~Fd();
 
-  int get() const { return fd_; }
-  int release();
-  explicit operator bool() const { return fd_ >= 0; }
+    int get() const { return fd_; }
+    int release();
+    explicit operator bool() const { return fd_ >= 0; }
 
- private:
-  int fd_;
+  private:
+    int fd_;
 };
 
 // Throws std::runtime_error with the text of errno behind what was being done.

@@ -10,9 +10,9 @@
 namespace sandbox {
 
 struct GateRequest {
-  std::vector<std::string> arguments;  // the first one is the utility
-  std::map<std::string, std::string> environment;
-  std::string input;
+    std::vector<std::string> arguments;  // the first one is the utility
+    std::map<std::string, std::string> environment;
+    std::string input;
 };
 
 // Reads ARG[n]=, ENV[name]= and STDIN= of an urlencoded form; other fields are
@@ -21,9 +21,9 @@ struct GateRequest {
 GateRequest parseGateRequest(std::string_view form);
 
 struct GateResult {
-  int status = 0;  // -1 for a utility that a signal ended
-  std::string out;
-  std::string err;
+    int status = 0;  // -1 for a utility that a signal ended
+    std::string out;
+    std::string err;
 };
 
 // Runs the utility with the environment of the request and nothing else but

@@ -12,16 +12,16 @@ namespace sandbox {
 class Model;
 
 struct Answer {
-  int status = 0;
-  std::string out;
-  std::string err;
+    int status = 0;
+    std::string out;
+    std::string err;
 };
 
 // Why a utility did not do as it was told; becomes its line on standard error
 // and exit code 1.
 class Refusal : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
+  public:
+    using std::runtime_error::runtime_error;
 };
 
 // Carries out one call within the model's transaction. Throws Refusal with the

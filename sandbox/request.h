@@ -13,25 +13,25 @@
 namespace sandbox {
 
 enum class Shape {
-  kName,     // COMMAND NAME [-option value]...
-  kOptions,  // COMMAND [-option value]...
+    kName,     // COMMAND NAME [-option value]...
+    kOptions,  // COMMAND [-option value]...
 };
 
 struct Request {
-  Request(const Call& from, Shape shape);  // throws Refusal for arguments of another form
+    Request(const Call& from, Shape shape);  // throws Refusal for arguments of another form
 
-  // The value of an option (its last one), or null.
-  const std::string* option(std::string_view wanted) const;
+    // The value of an option (its last one), or null.
+    const std::string* option(std::string_view wanted) const;
 
-  const Call& call;
-  std::string command;
-  std::string name;
-  // Names without the leading "-". A password's value is "plain" or
-  // "encrypted": how it was given, never what it is.
-  std::vector<std::pair<std::string, std::string>> options;
+    const Call& call;
+    std::string command;
+    std::string name;
+    // Names without the leading "-". A password's value is "plain" or
+    // "encrypted": how it was given, never what it is.
+    std::vector<std::pair<std::string, std::string>> options;
 
- private:
-  void addOption(const std::string& word, const std::string& value);
+  private:
+    void addOption(const std::string& word, const std::string& value);
 };
 
 }  // namespace sandbox

@@ -14,21 +14,21 @@
 namespace sandbox {
 
 struct Action {
-  std::string name;
-  std::string value;  // empty when the action takes none
+    std::string name;
+    std::string value;  // empty when the action takes none
 
-  long number() const;  // throws std::runtime_error when the value is no number
+    long number() const;  // throws std::runtime_error when the value is no number
 };
 
 struct Rule {
-  bool counted = false;        // by number, not by words
-  long number = 0;             // from 1
-  bool onwards = false;        // and every later one
-  std::vector<std::optional<std::string>> words;  // utility and first arguments; none: any word
-  std::vector<Action> actions;
+    bool counted = false;                           // by number, not by words
+    long number = 0;                                // from 1
+    bool onwards = false;                           // and every later one
+    std::vector<std::optional<std::string>> words;  // utility and first arguments; none: any word
+    std::vector<Action> actions;
 
-  bool has(std::string_view action) const;
-  bool fits(long callNumber, const std::vector<std::string>& callWords) const;
+    bool has(std::string_view action) const;
+    bool fits(long callNumber, const std::vector<std::string>& callWords) const;
 };
 
 // Reads all rules. `counter` is the word for numbered rules, "call" or

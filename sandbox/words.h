@@ -9,9 +9,9 @@
 namespace sandbox {
 
 struct Word {
-  std::string text;
-  bool quoted = false;     // it starts with a quote or a backslash
-  bool endsQuoted = false;  // its last character stood in quotes or behind a backslash
+    std::string text;
+    bool quoted = false;      // it starts with a quote or a backslash
+    bool endsQuoted = false;  // its last character stood in quotes or behind a backslash
 };
 
 // A word that is not empty and holds only letters, digits, any of _@%+=:,./-

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include "commons/session.h"
+#include "report/debug_log.h"
 #include "report/error_functions.h"
 #include "xml/xml_document.h"
 
@@ -71,6 +72,10 @@ XmlMigrationStatus::~XmlMigrationStatus() {
         // Another failure may be under way, and it goes on; this one still reaches the caller
         // through the result document.
         deploy_error_func(failure);
+    } catch (const std::exception& failure) {
+        if (theDebugLog != nullptr) {
+            theDebugLog->log(std::string(failure.what()));
+        }
     }
 }
 

@@ -44,13 +44,15 @@ void tXmlDocument::saveToFileAtomically(const std::string& path, Durability dura
     const std::string temporary = RMK_getTempFileName(directory, target.filename().string());
     saveToFile(temporary);
     if (!giveToPanel(temporary)) {
-        throw EXC(CantTakeFileOwnership) % temporary % strerror(errno);
+        const int number = errno;
+        throw EXC(CantTakeFileOwnership) % temporary % strerror(number);
     }
     if (durability == Durability::kSynced && !syncToDisk(temporary)) {
         throw EXC(tError_SaveFile) % temporary;
     }
     if (rename(temporary.c_str(), path.c_str()) != 0) {
-        throw EXC(CantRenameFile) % temporary % path % strerror(errno);
+        const int number = errno;
+        throw EXC(CantRenameFile) % temporary % path % strerror(number);
     }
     if (durability == Durability::kSynced) {
         // The new name: the document is in place whatever comes of this, and some file systems do

@@ -26,7 +26,7 @@ tXmlDocument::tXmlDocument(const std::string& content) {
     if (content.empty()) {
         throw EXC(AssertionFailed) % "content.size()";
     }
-    const ErrorCollector errors;
+    ErrorCollector errors;
     doc_ = XmlDocPtr(parseXmlText(content));
     if (doc_.get() == nullptr) {
         throw EXC(tError_ParseFile) % "-" % errors.text();
@@ -53,7 +53,7 @@ int tXmlDocument::readFromFile(const char* fileName) {
     if (name != "-" && !check_input_file(name, true)) {
         throw EXC(tError_WrongInputFile) % name;
     }
-    const ErrorCollector errors;
+    ErrorCollector errors;
     doc_ = XmlDocPtr(parseXmlFile(fileName));
     if (doc_.get() == nullptr) {
         throw EXC(tError_ParseFile) % name % errors.text();

@@ -20,83 +20,83 @@
 using Lines = std::vector<std::string>;
 
 class Sandbox {
- public:
-  // The state lies in a directory of its own, which is gone at the end unless
-  // the test failed or KEEP is set in the environment; then its name is told.
-  Sandbox();
-  ~Sandbox();
-  Sandbox(const Sandbox&) = delete;
-  Sandbox& operator=(const Sandbox&) = delete;
+  public:
+    // The state lies in a directory of its own, which is gone at the end unless
+    // the test failed or KEEP is set in the environment; then its name is told.
+    Sandbox();
+    ~Sandbox();
+    Sandbox(const Sandbox&) = delete;
+    Sandbox& operator=(const Sandbox&) = delete;
 
-  // ---- before a run ----
+    // ---- before a run ----
 
-  // Utility calls, one a line as in the journal, for the next run to begin with.
-  void setup(std::string_view calls);
-  // Rules of misbehaviour for the utilities and for the gate; they replace
-  // earlier ones. sandbox/README.md has the rules.
-  void faults(std::string_view rules);
-  void gateFaults(std::string_view rules);
-  void withGate(bool on = true) { gate_ = on; }
-  void withoutModel() { model_ = false; }
-  void withoutConfiguration() { configuration_ = false; }
-  void environment(const std::string& name, const std::string& value);
-  void patience(std::chrono::milliseconds time) { patience_ = time; }
+    // Utility calls, one a line as in the journal, for the next run to begin with.
+    void setup(std::string_view calls);
+    // Rules of misbehaviour for the utilities and for the gate; they replace
+    // earlier ones. sandbox/README.md has the rules.
+    void faults(std::string_view rules);
+    void gateFaults(std::string_view rules);
+    void withGate(bool on = true) { gate_ = on; }
+    void withoutModel() { model_ = false; }
+    void withoutConfiguration() { configuration_ = false; }
+    void environment(const std::string& name, const std::string& value);
+    void patience(std::chrono::milliseconds time) { patience_ = time; }
 
-  // The dump to deploy, in the session.
-  void writeDump(std::string_view text);
-  // Any file of the sandbox, by its path from statePath().
-  void writeFile(const std::string& name, std::string_view text);
-  std::string readFile(const std::string& name) const;  // empty when it does not exist
-  bool hasFile(const std::string& name) const;
+    // The dump to deploy, in the session.
+    void writeDump(std::string_view text);
+    // Any file of the sandbox, by its path from statePath().
+    void writeFile(const std::string& name, std::string_view text);
+    std::string readFile(const std::string& name) const;  // empty when it does not exist
+    bool hasFile(const std::string& name) const;
 
-  // ---- running ----
+    // ---- running ----
 
-  // The deployer with these arguments. Whatever becomes of it, a report of a
-  // sanitizer or of valgrind on its standard error fails the test, and so does
-  // a run that was too slow.
-  ProcessResult run(const std::vector<std::string>& arguments);
-  // As run, and the exit status must be 0 and standard error empty.
-  ProcessResult succeeds(const std::vector<std::string>& arguments);
-  // As run, and it must end with this status and this text on standard error.
-  ProcessResult failsWith(int status, std::string_view text,
-                          const std::vector<std::string>& arguments);
-  // The deployer on the session's dump: succeeds({"--deploy-dump", ...}).
-  ProcessResult deploy(const std::vector<std::string>& more = {});
-  // Any command in the sandbox, with the same watch over standard error.
-  ProcessResult runCommand(const std::vector<std::string>& command);
-  // The same, left running: for tests that send signals in the middle.
-  Process start(const std::vector<std::string>& command);
-  Process startDeployer(const std::vector<std::string>& arguments);
+    // The deployer with these arguments. Whatever becomes of it, a report of a
+    // sanitizer or of valgrind on its standard error fails the test, and so does
+    // a run that was too slow.
+    ProcessResult run(const std::vector<std::string>& arguments);
+    // As run, and the exit status must be 0 and standard error empty.
+    ProcessResult succeeds(const std::vector<std::string>& arguments);
+    // As run, and it must end with this status and this text on standard error.
+    ProcessResult failsWith(int status, std::string_view text,
+                            const std::vector<std::string>& arguments);
+    // The deployer on the session's dump: succeeds({"--deploy-dump", ...}).
+    ProcessResult deploy(const std::vector<std::string>& more = {});
+    // Any command in the sandbox, with the same watch over standard error.
+    ProcessResult runCommand(const std::vector<std::string>& command);
+    // The same, left running: for tests that send signals in the middle.
+    Process start(const std::vector<std::string>& command);
+    Process startDeployer(const std::vector<std::string>& arguments);
 
-  // ---- after a run ----
+    // ---- after a run ----
 
-  Lines journal() const;
-  void forgetJournal();
-  std::string resultText() const;
-  std::string normalizedResult() const;
-  std::string statusText() const;
-  std::string logText() const;
-  Lines gateLog() const;
-  // What the panel holds, as a person would be shown it.
-  std::string panel();
+    Lines journal() const;
+    void forgetJournal();
+    std::string resultText() const;
+    std::string normalizedResult() const;
+    std::string statusText() const;
+    std::string logText() const;
+    Lines gateLog() const;
+    // What the panel holds, as a person would be shown it.
+    std::string panel();
 
-  // The session as the deployer is to be told of it: the same in every test,
-  // so that expected texts can name it.
-  static std::string sessionPath();
-  // The session and the state, seen from the test.
-  std::string sessionDir() const;
-  const std::string& statePath() const { return state_; }
-  static std::string deployer();
+    // The session as the deployer is to be told of it: the same in every test,
+    // so that expected texts can name it.
+    static std::string sessionPath();
+    // The session and the state, seen from the test.
+    std::string sessionDir() const;
+    const std::string& statePath() const { return state_; }
+    static std::string deployer();
 
- private:
-  std::vector<std::string> enterCommand();
-  std::vector<std::string> cleanEnvironment() const;
+  private:
+    std::vector<std::string> enterCommand();
+    std::vector<std::string> cleanEnvironment() const;
 
-  std::string state_;
-  bool gate_ = false;
-  bool model_ = true;
-  bool configuration_ = true;
-  bool hasSetup_ = false;
-  std::vector<std::string> environment_;
-  std::chrono::milliseconds patience_ = std::chrono::minutes(1);
+    std::string state_;
+    bool gate_ = false;
+    bool model_ = true;
+    bool configuration_ = true;
+    bool hasSetup_ = false;
+    std::vector<std::string> environment_;
+    std::chrono::milliseconds patience_ = std::chrono::minutes(1);
 };

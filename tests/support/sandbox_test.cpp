@@ -1,14 +1,14 @@
 // The sandbox itself: a panel that forgets, or a fault that does not happen,
 // would let every other test pass.
 
-#include "result_text.h"
 #include "sandbox.h"
+#include "result_text.h"
 
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <set>
 
 namespace {
@@ -20,61 +20,61 @@ using ::testing::SizeIs;
 constexpr char kUtilities[] = "/opt/qrd/admin/vlib/api-cli/";
 
 std::vector<std::string> utility(const std::string& name, std::vector<std::string> arguments) {
-  arguments.insert(arguments.begin(), kUtilities + name + ".php");
-  return arguments;
+    arguments.insert(arguments.begin(), kUtilities + name + ".php");
+    return arguments;
 }
 
 std::vector<std::string> shell(const std::string& script) {
-  return {"/bin/sh", "-c", "cd " + std::string(kUtilities) + "; " + script};
+    return {"/bin/sh", "-c", "cd " + std::string(kUtilities) + "; " + script};
 }
 
 std::string machineFile(const std::string& path) {
-  std::ifstream stream(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), {}};
+    std::ifstream stream(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 TEST(Journal, HoldsArgumentsEnvironmentAndInput) {
-  Sandbox box;
-  box.environment("ALLOW_WEAK_PASSWORDS", "");
-  box.environment("QRD_PASSWORD", "it's");
-  box.environment("HOME", "/root");
-  box.runCommand(shell("printf 'a b\\n1' | ./traffic.php --add-batch 'x y' ''"));
-  EXPECT_EQ(box.journal(),
-            Lines({R"(ALLOW_WEAK_PASSWORDS='' QRD_PASSWORD='it\'s' )"
-                   R"(traffic --add-batch 'x y' '' <<<'a b\n1')"}));
+    Sandbox box;
+    box.environment("ALLOW_WEAK_PASSWORDS", "");
+    box.environment("QRD_PASSWORD", "it's");
+    box.environment("HOME", "/root");
+    box.runCommand(shell("printf 'a b\\n1' | ./traffic.php --add-batch 'x y' ''"));
+    EXPECT_EQ(box.journal(), Lines({R"(ALLOW_WEAK_PASSWORDS='' QRD_PASSWORD='it\'s' )"
+                                    R"(traffic --add-batch 'x y' '' <<<'a b\n1')"}));
 }
 
 TEST(Journal, KeepsEveryLineWholeWhenCallsRunSideBySide) {
-  Sandbox box;
-  const auto result = box.runCommand(
-      shell("for w in 1 2 3 4 5 6 7 8; do (for i in 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15; do"
-            " ./domain.php --create d$w-$i.com -owner admin </dev/null || echo failed; done) &"
-            " done; wait"));
-  EXPECT_EQ(result.out + result.err, "");
-  const Lines lines = box.journal();
-  EXPECT_THAT(std::set<std::string>(lines.begin(), lines.end()), SizeIs(120));
-  EXPECT_THAT(lines, ::testing::Each(::testing::MatchesRegex("domain --create d.*com -owner admin")));
-  EXPECT_EQ(box.readFile("calls").size(), 120U);
+    Sandbox box;
+    const auto result = box.runCommand(
+        shell("for w in 1 2 3 4 5 6 7 8; do (for i in 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15; do"
+              " ./domain.php --create d$w-$i.com -owner admin </dev/null || echo failed; done) &"
+              " done; wait"));
+    EXPECT_EQ(result.out + result.err, "");
+    const Lines lines = box.journal();
+    EXPECT_THAT(std::set<std::string>(lines.begin(), lines.end()), SizeIs(120));
+    EXPECT_THAT(lines,
+                ::testing::Each(::testing::MatchesRegex("domain --create d.*com -owner admin")));
+    EXPECT_EQ(box.readFile("calls").size(), 120U);
 }
 
 struct Refused {
-  const char* name;
-  const char* before;  // calls that set the panel up
-  std::vector<std::string> call;
-  const char* reason;
+    const char* name;
+    const char* before;  // calls that set the panel up
+    std::vector<std::string> call;
+    const char* reason;
 };
 
 class Refusals : public ::testing::TestWithParam<Refused> {};
 
 // Catches: a panel that takes what a real one would not.
 TEST_P(Refusals, SayWhyAndChangeNothing) {
-  Sandbox box;
-  box.setup(GetParam().before);
-  const std::string held = (box.runCommand({"/bin/true"}), box.panel());
-  const auto result = box.runCommand(GetParam().call);
-  EXPECT_EQ(result.exitStatus, 1);
-  EXPECT_EQ(result.err, std::string(GetParam().reason) + "\n");
-  EXPECT_EQ(box.panel(), held);
+    Sandbox box;
+    box.setup(GetParam().before);
+    const std::string held = (box.runCommand({"/bin/true"}), box.panel());
+    const auto result = box.runCommand(GetParam().call);
+    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_EQ(result.err, std::string(GetParam().reason) + "\n");
+    EXPECT_EQ(box.panel(), held);
 }
 
 constexpr char kBob[] =
@@ -101,13 +101,15 @@ INSTANTIATE_TEST_SUITE_P(
                 "domain: domain b.com does not exist"},
         Refused{"Password", kBob, utility("client", {"--update", "bob", "-passwd", "secret"}),
                 "client: a password must not stand in the arguments"},
-        Refused{"NoPassword", kBob, utility("client", {"--update", "bob", "-passwd", ""}),
-                "client: -passwd is given, but neither QRD_PASSWORD nor QRD_CRYPTED_PASSWORD is set"},
+        Refused{
+            "NoPassword", kBob, utility("client", {"--update", "bob", "-passwd", ""}),
+            "client: -passwd is given, but neither QRD_PASSWORD nor QRD_CRYPTED_PASSWORD is set"},
         Refused{"HalfOption", kBob, utility("client", {"--update", "bob", "-ok", "1", "-status"}),
                 "client: option -status needs a value"},
         Refused{"NoOption", kBob, utility("client", {"--update", "bob", "status", "on"}),
                 "client: unexpected argument status"},
-        Refused{"UsedGuid", kBob, utility("domain", {"--update", "a.com", "-x", "1", "-guid", "g1"}),
+        Refused{"UsedGuid", kBob,
+                utility("domain", {"--update", "a.com", "-x", "1", "-guid", "g1"}),
                 "domain: guid g1 belongs to client bob"},
         Refused{"UnknownGuid", kBob,
                 utility("objectInfo", {"--getinfo", "-property-names", "name", "-guid", "g2"}),
@@ -120,145 +122,149 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& refused) { return std::string(refused.param.name); });
 
 TEST(Panel, RemembersWhatItWasTold) {
-  Sandbox box;
-  box.setup(
-      "reseller --create rita -name 'Rita R.'\n"
-      "QRD_PASSWORD=x client --create bob -owner rita -passwd '' -name Bob\n"
-      "QRD_CRYPTED_PASSWORD=x client --update bob -passwd '' -status disabled-by-admin\n"
-      "domain --create a.com -owner bob\n"
-      "domain --update a.com -guid g1\n"
-      "ipmanage -c 192.0.2.1 -type exclusive\n"
-      "domain --update a.com -ip 192.0.2.1\n"
-      "domain_pref -d a.com\n"
-      "traffic --add-batch a.com <<<'1\\n2\\n\\n3'\n"
-      "client --convert-to-reseller bob\n");
-  const auto info =
-      box.runCommand(utility("objectInfo", {"--getinfo", "-property-names", "name", "-guid", "g1"}));
-  EXPECT_EQ(info.out, "name=a.com\n");
-  EXPECT_EQ(box.runCommand(utility("ipmanage", {"-xi"})).out,
-            "<ipinfo>\n  <ip name=\"192.0.2.1\"><type>exclusive</type>"
-            "<def_domain>a.com</def_domain></ip>\n</ipinfo>\n");
-  EXPECT_EQ(box.panel(),
-            "admin\n"
-            "  reseller bob: status enabled, name Bob, password encrypted; options: client 3\n"
-            "    domain a.com: status enabled; options: domain 1, domain_pref 1; traffic rows: 3; "
-            "guid g1\n"
-            "  reseller rita: status enabled, name 'Rita R.'; options: reseller 1\n"
-            "ip 192.0.2.1: exclusive, default domain a.com\n");
+    Sandbox box;
+    box.setup(
+        "reseller --create rita -name 'Rita R.'\n"
+        "QRD_PASSWORD=x client --create bob -owner rita -passwd '' -name Bob\n"
+        "QRD_CRYPTED_PASSWORD=x client --update bob -passwd '' -status disabled-by-admin\n"
+        "domain --create a.com -owner bob\n"
+        "domain --update a.com -guid g1\n"
+        "ipmanage -c 192.0.2.1 -type exclusive\n"
+        "domain --update a.com -ip 192.0.2.1\n"
+        "domain_pref -d a.com\n"
+        "traffic --add-batch a.com <<<'1\\n2\\n\\n3'\n"
+        "client --convert-to-reseller bob\n");
+    const auto info = box.runCommand(
+        utility("objectInfo", {"--getinfo", "-property-names", "name", "-guid", "g1"}));
+    EXPECT_EQ(info.out, "name=a.com\n");
+    EXPECT_EQ(box.runCommand(utility("ipmanage", {"-xi"})).out,
+              "<ipinfo>\n  <ip name=\"192.0.2.1\"><type>exclusive</type>"
+              "<def_domain>a.com</def_domain></ip>\n</ipinfo>\n");
+    EXPECT_EQ(
+        box.panel(),
+        "admin\n"
+        "  reseller bob: status enabled, name Bob, password encrypted; options: client 3\n"
+        "    domain a.com: status enabled; options: domain 1, domain_pref 1; traffic rows: 3; "
+        "guid g1\n"
+        "  reseller rita: status enabled, name 'Rita R.'; options: reseller 1\n"
+        "ip 192.0.2.1: exclusive, default domain a.com\n");
 }
 
 TEST(Faults, HappenAndLeaveTheModelAlone) {
-  Sandbox box;
-  box.faults(
-      "call 1: stdout 'so\\n'; stderr 'no space\\n'; exit 5\n"
-      "call 2: after; exit 6\n"
-      "call 3: signal SEGV\n"
-      "call 4: print 3; sleep 1\n");
-  const auto create = [&](const char* name) {
-    return box.runCommand(utility("client", {"--create", name}));
-  };
-  const auto first = create("one");
-  EXPECT_EQ(first.exitStatus, 5);
-  EXPECT_EQ(first.out + first.err, "so\nno space\n");
-  EXPECT_EQ(create("two").exitStatus, 6);
-  EXPECT_EQ(create("three").signal, SIGSEGV);
-  EXPECT_EQ(create("four").out, "xxx");
-  EXPECT_THAT(box.journal(), SizeIs(4));
-  EXPECT_EQ(box.panel(),
-            "admin\n  client four: status enabled\n  client two: status enabled\n");
+    Sandbox box;
+    box.faults(
+        "call 1: stdout 'so\\n'; stderr 'no space\\n'; exit 5\n"
+        "call 2: after; exit 6\n"
+        "call 3: signal SEGV\n"
+        "call 4: print 3; sleep 1\n");
+    const auto create = [&](const char* name) {
+        return box.runCommand(utility("client", {"--create", name}));
+    };
+    const auto first = create("one");
+    EXPECT_EQ(first.exitStatus, 5);
+    EXPECT_EQ(first.out + first.err, "so\nno space\n");
+    EXPECT_EQ(create("two").exitStatus, 6);
+    EXPECT_EQ(create("three").signal, SIGSEGV);
+    EXPECT_EQ(create("four").out, "xxx");
+    EXPECT_THAT(box.journal(), SizeIs(4));
+    EXPECT_EQ(box.panel(), "admin\n  client four: status enabled\n  client two: status enabled\n");
 }
 
 TEST(Faults, ABadRuleIsNoQuietOne) {
-  Sandbox box;
-  box.faults("call 1: explode\n");
-  const auto result = box.runCommand(utility("client", {"--create", "bob"}));
-  EXPECT_EQ(result.exitStatus, 99);
-  EXPECT_EQ(result.err, "sandbox: unknown fault action 'explode'\n");
+    Sandbox box;
+    box.faults("call 1: explode\n");
+    const auto result = box.runCommand(utility("client", {"--create", "bob"}));
+    EXPECT_EQ(result.exitStatus, 99);
+    EXPECT_EQ(result.err, "sandbox: unknown fault action 'explode'\n");
 }
 
 TEST(Faults, SignalsReachTheRestoreAndNobodyElse) {
-  for (const bool gate : {false, true}) {
-    Sandbox box;
-    box.withGate(gate);
-    box.faults("call 1: signal-parent TERM\n");
-    const std::string call =
-        gate ? "curl -s -H \"HTTP_AUTH_PASSWD: $(cat /etc/qrd/.qrd.shadow)\""
-               " -d 'ARG[0]=client&ARG[1]=--create&ARG[2]=bob' http://127.0.0.1:8880/cligate.php"
-             : "./client.php --create bob";
-    const auto result = box.runCommand(shell("trap 'echo terminated' TERM; " + call + "; exit 3"));
-    EXPECT_THAT(result.out, HasSubstr("terminated\n"));
-    EXPECT_EQ(result.exitStatus, 3);
-    EXPECT_THAT(box.panel(), HasSubstr("client bob"));
-  }
+    for (const bool gate : {false, true}) {
+        Sandbox box;
+        box.withGate(gate);
+        box.faults("call 1: signal-parent TERM\n");
+        const std::string call =
+            gate
+                ? "curl -s -H \"HTTP_AUTH_PASSWD: $(cat /etc/qrd/.qrd.shadow)\""
+                  " -d 'ARG[0]=client&ARG[1]=--create&ARG[2]=bob' http://127.0.0.1:8880/cligate.php"
+                : "./client.php --create bob";
+        const auto result =
+            box.runCommand(shell("trap 'echo terminated' TERM; " + call + "; exit 3"));
+        EXPECT_THAT(result.out, HasSubstr("terminated\n"));
+        EXPECT_EQ(result.exitStatus, 3);
+        EXPECT_THAT(box.panel(), HasSubstr("client bob"));
+    }
 }
 
 TEST(Gate, RunsTheSameCallAndCanFailInEachWay) {
-  Sandbox box;
-  box.withGate();
-  box.gateFaults("request 4: status 500; body 'broken'\nrequest 5: drop\nrequest 6+: exit\n");
-  const std::string post = "curl -s -o /dev/null -w '%{http_code} %{exitcode}\\n' -d ";
-  const std::string url = " http://127.0.0.1:8880/cligate.php";
-  const std::string password = " -H \"HTTP_AUTH_PASSWD: $(cat /etc/qrd/.qrd.shadow)\"";
-  const std::string form =
-      "'ARG[0]=client&ARG[1]=--create&ARG[2]=a%20b&ENV[LANG]=x%3D1&ENV[HOME]=y&STDIN=%3C%0A'";
-  const std::string allowed = post + form + password + url + "; ";
-  const auto result = box.runCommand(
-      shell(post + "''" + url + "; " + post + form + url + "; " + allowed + allowed + allowed + allowed));
-  EXPECT_EQ(result.out, "400 0\n403 0\n200 0\n500 0\n000 52\n000 52\n");
-  EXPECT_EQ(box.journal(), Lines({R"(LANG=x=1 client --create 'a b' <<<'<\n')"}));
+    Sandbox box;
+    box.withGate();
+    box.gateFaults("request 4: status 500; body 'broken'\nrequest 5: drop\nrequest 6+: exit\n");
+    const std::string post = "curl -s -o /dev/null -w '%{http_code} %{exitcode}\\n' -d ";
+    const std::string url = " http://127.0.0.1:8880/cligate.php";
+    const std::string password = " -H \"HTTP_AUTH_PASSWD: $(cat /etc/qrd/.qrd.shadow)\"";
+    const std::string form =
+        "'ARG[0]=client&ARG[1]=--create&ARG[2]=a%20b&ENV[LANG]=x%3D1&ENV[HOME]=y&STDIN=%3C%0A'";
+    const std::string allowed = post + form + password + url + "; ";
+    const auto result = box.runCommand(shell(post + "''" + url + "; " + post + form + url + "; " +
+                                             allowed + allowed + allowed + allowed));
+    EXPECT_EQ(result.out, "400 0\n403 0\n200 0\n500 0\n000 52\n000 52\n");
+    EXPECT_EQ(box.journal(), Lines({R"(LANG=x=1 client --create 'a b' <<<'<\n')"}));
 }
 
 TEST(Namespace, LeavesTheMachineAsItWas) {
-  const std::string passwd = machineFile("/etc/passwd");
-  const std::string mounts = machineFile("/proc/self/mounts");
-  std::string state;
-  {
-    Sandbox box;
-    state = box.statePath();
-    const auto result = box.runCommand(
-        {"/bin/sh", "-c", "echo x:x:1:1:::>>/etc/passwd; echo y>/etc/qrd/qrd.conf; id -u qrdadm;"
-                          " id -g qrdadm; stat -c %a /etc/qrd/.qrd.shadow /opt/qrd/RMK/tmp;"
-                          " test -s /etc/hosts && test -d /etc/ssl && echo machine"});
-    EXPECT_EQ(result.out, "2110\n2120\n600\n700\nmachine\n");
-    EXPECT_EQ(box.readFile("etc/qrd/qrd.conf"), "y\n");
-  }
-  EXPECT_EQ(machineFile("/etc/passwd"), passwd);
-  EXPECT_EQ(machineFile("/proc/self/mounts"), mounts);
-  EXPECT_FALSE(std::filesystem::exists("/etc/qrd/.qrd.shadow"));
-  EXPECT_FALSE(std::filesystem::exists(state));
+    const std::string passwd = machineFile("/etc/passwd");
+    const std::string mounts = machineFile("/proc/self/mounts");
+    std::string state;
+    {
+        Sandbox box;
+        state = box.statePath();
+        const auto result =
+            box.runCommand({"/bin/sh", "-c",
+                            "echo x:x:1:1:::>>/etc/passwd; echo y>/etc/qrd/qrd.conf; id -u qrdadm;"
+                            " id -g qrdadm; stat -c %a /etc/qrd/.qrd.shadow /opt/qrd/RMK/tmp;"
+                            " test -s /etc/hosts && test -d /etc/ssl && echo machine"});
+        EXPECT_EQ(result.out, "2110\n2120\n600\n700\nmachine\n");
+        EXPECT_EQ(box.readFile("etc/qrd/qrd.conf"), "y\n");
+    }
+    EXPECT_EQ(machineFile("/etc/passwd"), passwd);
+    EXPECT_EQ(machineFile("/proc/self/mounts"), mounts);
+    EXPECT_FALSE(std::filesystem::exists("/etc/qrd/.qrd.shadow"));
+    EXPECT_FALSE(std::filesystem::exists(state));
 }
 
 TEST(Namespace, FindsTheProductWithoutAConfiguration) {
-  Sandbox box;
-  box.withoutConfiguration();
-  const auto result = box.runCommand(
-      {"/bin/sh", "-c", "ls /etc/qrd/qrd.conf; test -d /usr/local/qrd/RMK && echo product"});
-  EXPECT_EQ(result.out, "product\n");
+    Sandbox box;
+    box.withoutConfiguration();
+    const auto result = box.runCommand(
+        {"/bin/sh", "-c", "ls /etc/qrd/qrd.conf; test -d /usr/local/qrd/RMK && echo product"});
+    EXPECT_EQ(result.out, "product\n");
 }
 
 TEST(Runs, EndAsTheirCommandDid) {
-  Sandbox box;
-  EXPECT_EQ(box.runCommand({"/bin/sh", "-c", "exit 42"}).exitStatus, 42);
-  EXPECT_EQ(box.runCommand({"/bin/sh", "-c", "kill -HUP $$"}).signal, SIGHUP);
-  box.withGate();
-  EXPECT_EQ(box.runCommand({"/bin/sh", "-c", "kill -HUP $$"}).signal, SIGHUP);
-  Process sleeper = box.start({"/bin/sleep", "60"});
-  const ProcessResult late = sleeper.wait(std::chrono::milliseconds(300));
-  EXPECT_TRUE(late.timedOut);
+    Sandbox box;
+    EXPECT_EQ(box.runCommand({"/bin/sh", "-c", "exit 42"}).exitStatus, 42);
+    EXPECT_EQ(box.runCommand({"/bin/sh", "-c", "kill -HUP $$"}).signal, SIGHUP);
+    box.withGate();
+    EXPECT_EQ(box.runCommand({"/bin/sh", "-c", "kill -HUP $$"}).signal, SIGHUP);
+    Process sleeper = box.start({"/bin/sleep", "60"});
+    const ProcessResult late = sleeper.wait(std::chrono::milliseconds(300));
+    EXPECT_TRUE(late.timedOut);
 }
 
 TEST(ResultText, HoldsStillWhereCompilersAndEditsMoveIt) {
-  EXPECT_EQ(normalizeResult("<context>virtual void zelvo::A::act(zelvo::XmlNode) const</context>\n"
-                            "<line>12</line><line>345</line>"
-                            "<context>int zelvo::B::operator()(int)</context>"),
-            "<context>A::act</context>\n<line>N</line><line>N</line>"
-            "<context>B::operator()</context>");
+    EXPECT_EQ(
+        normalizeResult("<context>virtual void zelvo::A::act(zelvo::XmlNode) const</context>\n"
+                        "<line>12</line><line>345</line>"
+                        "<context>int zelvo::B::operator()(int)</context>"),
+        "<context>A::act</context>\n<line>N</line><line>N</line>"
+        "<context>B::operator()</context>");
 }
 
 TEST(ResultText, FindsAComplaintOfASanitizer) {
-  EXPECT_THAT(findReport("all is well\n"), IsEmpty());
-  EXPECT_EQ(findReport("x\n./a.cpp:3:5: runtime error: shift\ny"),
-            "./a.cpp:3:5: runtime error: shift");
+    EXPECT_THAT(findReport("all is well\n"), IsEmpty());
+    EXPECT_EQ(findReport("x\n./a.cpp:3:5: runtime error: shift\ny"),
+              "./a.cpp:3:5: runtime error: shift");
 }
 
 }  // namespace
