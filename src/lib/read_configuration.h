@@ -52,11 +52,11 @@ struct conf_data {
 
 // The indexes of the variables, 1 to 30, between two sentinels.
 enum qrd_conf_variable {
-    _MIN_POSSIBLE_QRD_CONF_VAR_NAME = 0,  // NOLINT(bugprone-reserved-identifier)
+    _MIN_POSSIBLE_QRD_CONF_VAR_NAME = 0,
 #define QRD_CONF_INDEX(name, value) name,
     QRD_CONF_VARIABLES(QRD_CONF_INDEX)
 #undef QRD_CONF_INDEX
-        _MAX_POSSIBLE_QRD_CONF_VAR_NAME  // NOLINT(bugprone-reserved-identifier)
+        _MAX_POSSIBLE_QRD_CONF_VAR_NAME
 };
 
 constexpr int kQrdConfTableSize = _MAX_POSSIBLE_QRD_CONF_VAR_NAME + 1;

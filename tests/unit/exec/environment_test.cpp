@@ -52,7 +52,8 @@ TEST(EnvironmentVector, OverwritesInPlaceAndAddsInMapOrder) {
 
 TEST(EnvironmentVector, RefusesNamesThatSetenvRefuses) {
     for (const char* name : {"", "A=B", "=A"}) {
-        EXPECT_EQ(EnvironmentVector({{name, "x"}}).error(), EINVAL) << "\"" << name << "\"";
+        EXPECT_EQ(EnvironmentVector(Environment{{name, "x"}}).error(), EINVAL)
+            << "\"" << name << "\"";
     }
 }
 

@@ -31,14 +31,14 @@ ArgList makeArgs(std::initializer_list<const char*> arguments) {
 }
 
 // One run of a child and what came of it.
-struct Run {
-    Run(const std::string& utility, const ArgList& args, const std::string& input = "",
-        const Environment& env = {}, std::uint32_t uid = kKeepUser)
+struct ChildRun {
+    ChildRun(const std::string& utility, const ArgList& args, const std::string& input = "",
+             const Environment& env = {}, std::uint32_t uid = kKeepUser)
         : code(forkExecvGetInOutErrSuidEnv(input, out, err, utility, args, uid, env)) {}
 
-    explicit Run(const char* script, const std::string& input = "", const Environment& env = {},
-                 std::uint32_t uid = kKeepUser)
-        : Run("/bin/sh", makeArgs({"sh", "-c", script}), input, env, uid) {}
+    explicit ChildRun(const char* script, const std::string& input = "",
+                      const Environment& env = {}, std::uint32_t uid = kKeepUser)
+        : ChildRun("/bin/sh", makeArgs({"sh", "-c", script}), input, env, uid) {}
 
     std::string out;
     std::string err;
@@ -102,7 +102,7 @@ bool holdsInChildProcess(const std::function<bool()>& check) {
 TEST(Runner, EchoesMoreThanAPipeHoldsWithoutDeadlock) {
     std::string input(64 << 20, 'x');
     input[input.size() / 2] = '\0';
-    const Run run("/bin/cat", makeArgs({"cat"}), input);
+    const ChildRun run("/bin/cat", makeArgs({"cat"}), input);
     EXPECT_EQ(run.code, 0);
     EXPECT_TRUE(run.out == input);
 }
@@ -119,26 +119,26 @@ TEST(Runner, KeepsTheStreamsApartAndAppendsToTheTexts) {
 }
 
 TEST(Runner, KeepsTheOutputOfAChildEndedByASignal) {
-    const Run run("echo partial; kill -9 $$");
+    const ChildRun run("echo partial; kill -9 $$");
     EXPECT_EQ(run.code, -1);
     EXPECT_EQ(run.out, "partial\n");
 }
 
 TEST(Runner, WaitsForAGrandchildThatHoldsTheOutput) {
-    const Run run("(sleep 0.3; echo late) & echo early");
+    const ChildRun run("(sleep 0.3; echo late) & echo early");
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(run.out, "early\nlate\n");
 }
 
 TEST(Runner, LetsAChildIgnoreAnInputThatThePipeHolds) {
     for (int i = 0; i < 50; ++i) {
-        EXPECT_EQ(Run("/bin/true", makeArgs({"true"}), std::string(60000, 'x')).code, 0);
+        EXPECT_EQ(ChildRun("/bin/true", makeArgs({"true"}), std::string(60000, 'x')).code, 0);
     }
 }
 
 TEST(Runner, FailsToWriteAnInputThatNobodyReads) {
     try {
-        Run("/bin/true", makeArgs({"true"}), std::string(1 << 20, 'x'));
+        ChildRun("/bin/true", makeArgs({"true"}), std::string(1 << 20, 'x'));
         ADD_FAILURE() << "nothing was raised";
     } catch (const SystemError& failure) {
         EXPECT_STREQ(failure.what(), "writeToString failed: Broken pipe");
@@ -151,7 +151,8 @@ TEST(Runner, GoesOnWhenASignalInterruptsIt) {
     const itimerval soon{{0, 20000}, {0, 20000}};
     const itimerval never{};
     setitimer(ITIMER_REAL, &soon, nullptr);
-    const Run run("sleep 0.2; cat; exec >&- 2>&-; sleep 0.2; exit 3", std::string(1 << 20, 'x'));
+    const ChildRun run("sleep 0.2; cat; exec >&- 2>&-; sleep 0.2; exit 3",
+                       std::string(1 << 20, 'x'));
     setitimer(ITIMER_REAL, &never, nullptr);
     EXPECT_EQ(run.code, 3);
     EXPECT_EQ(run.out.size(), std::size_t{1} << 20);
@@ -159,7 +160,7 @@ TEST(Runner, GoesOnWhenASignalInterruptsIt) {
 
 TEST(Runner, GetsTheStatusWhereChildrenAreReapedByTheKernel) {
     const ScopedHandler ignored(SIGCHLD, SIG_IGN);
-    EXPECT_EQ(Run("exit 5").code, 5);
+    EXPECT_EQ(ChildRun("exit 5").code, 5);
 }
 
 TEST(Runner, WorksAboveDescriptor1023AndLeaksNone) {
@@ -172,7 +173,7 @@ TEST(Runner, WorksAboveDescriptor1023AndLeaksNone) {
     while (opened.empty() || opened.back() < 1500) {
         opened.push_back(open("/dev/null", O_RDONLY));
     }
-    const Run run("cat; ls /proc/$$/fd; true", "in\n");
+    const ChildRun run("cat; ls /proc/$$/fd; true", "in\n");
     const int next = open("/dev/null", O_RDONLY);
     EXPECT_EQ(run.out, "in\n0\n1\n2\n");
     EXPECT_EQ(next, opened.back() + 1) << "a descriptor of the run stayed open";
@@ -188,7 +189,7 @@ TEST(Runner, WorksInAProcessWithoutStandardStreams) {
         for (int fd = 0; fd <= 2; ++fd) {
             close(fd);
         }
-        const Run run("cat; echo err >&2", "in");
+        const ChildRun run("cat; echo err >&2", "in");
         return run.out == "in" && run.err == "err\n" && run.code == 0;
     }));
 }
@@ -202,7 +203,7 @@ TEST(Child, HasDefaultSignals) {
     sigemptyset(&blocked);
     sigaddset(&blocked, SIGUSR1);
     sigprocmask(SIG_BLOCK, &blocked, &saved);
-    const Run run("/bin/cat", makeArgs({"cat", "/proc/self/status"}));
+    const ChildRun run("/bin/cat", makeArgs({"cat", "/proc/self/status"}));
     sigset_t after;
     sigprocmask(SIG_SETMASK, &saved, &after);
     for (const char* field : {"SigBlk", "SigIgn", "SigCgt"}) {
@@ -216,24 +217,24 @@ TEST(Child, HasDefaultSignals) {
 }
 
 TEST(Child, SeesItsArgumentsEnvironmentAndUser) {
-    const Run named("/bin/sh", makeArgs({"another name", "-c", "echo \"$0\" $#"}));
+    const ChildRun named("/bin/sh", makeArgs({"another name", "-c", "echo \"$0\" $#"}));
     EXPECT_EQ(named.out, "another name 0\n");
     setenv("ZT_INHERITED", "old", 1);
-    const Run env("/usr/bin/env", makeArgs({"env"}), "",
-                  {{"ZT_INHERITED", "new"}, {"ZT_B", "2"}, {"ZT_A", "a b"}});
+    const ChildRun env("/usr/bin/env", makeArgs({"env"}), "",
+                       {{"ZT_INHERITED", "new"}, {"ZT_B", "2"}, {"ZT_A", "a b"}});
     EXPECT_THAT(env.out, HasSubstr("ZT_INHERITED=new\n"));
     EXPECT_THAT(env.out, Not(HasSubstr("ZT_INHERITED=old")));
     EXPECT_THAT(env.out, testing::EndsWith("ZT_A=a b\nZT_B=2\n"));
     EXPECT_STREQ(getenv("ZT_INHERITED"), "old") << "the caller's environment has changed";
     if (getuid() == 0) {
-        EXPECT_EQ(Run("id -u; id -g", "", {}, 65534).out, "65534\n0\n");
+        EXPECT_EQ(ChildRun("id -u; id -g", "", {}, 65534).out, "65534\n0\n");
     }
 }
 
 TEST(Child, IsFoundInThePathThatItSees) {
     const ScratchDir dir;
     dir.file("zt-tool", "echo script $0 $1 $#", 0755);  // No header: the shell runs it.
-    const Run run("zt-tool", makeArgs({"ignored", "one two"}), "", {{"PATH", dir.path()}});
+    const ChildRun run("zt-tool", makeArgs({"ignored", "one two"}), "", {{"PATH", dir.path()}});
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(run.out, "script " + dir.path() + "/zt-tool one two 1\n");
 }
@@ -257,7 +258,7 @@ TEST(FailedStart, IsToldInBothStreamsWithCode1) {
     };
     for (const auto& row : rows) {
         // An input that the pipe cannot hold is no failure of its own.
-        const Run run(row.utility, makeArgs({"x"}), std::string(1 << 20, 'x'));
+        const ChildRun run(row.utility, makeArgs({"x"}), std::string(1 << 20, 'x'));
         const std::string text = std::string("forkExecvPipes: execv() failed: ") + row.reason +
                                  "\n\nSystem error " + row.number + ": " + row.reason + "\n";
         EXPECT_EQ(run.code, 1) << row.utility;
@@ -267,7 +268,7 @@ TEST(FailedStart, IsToldInBothStreamsWithCode1) {
 }
 
 TEST(FailedStart, OfUserAndEnvironmentIsToldOnStandardError) {
-    const Run badName("true", "", {{"A=B", "x"}});
+    const ChildRun badName("true", "", {{"A=B", "x"}});
     EXPECT_EQ(badName.code, 1);
     EXPECT_EQ(badName.out, "");
     EXPECT_EQ(badName.err,
@@ -279,7 +280,7 @@ TEST(FailedStart, OfUserAndEnvironmentIsToldOnStandardError) {
         if (setuid(65534) != 0) {
             return false;
         }
-        const Run run("true", "", {{"A=B", "the user comes first"}}, 0);
+        const ChildRun run("true", "", {{"A=B", "the user comes first"}}, 0);
         return run.code == 1 && run.out.empty() &&
                run.err ==
                    "Uncaught std::exception: forkExecvPipes: setuid() failed: Operation not "

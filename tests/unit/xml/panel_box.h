@@ -77,8 +77,7 @@ class PanelBox : public testing::Environment {
                   "PRODUCT_ROOT_D " + (dir_ / "product").string() + "\n");
         require(unshare(CLONE_NEWNS) == 0, "unshare");
         require(mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0, "mount private");
-        require(mount((dir_ / "etc").c_str(), "/etc", nullptr, MS_BIND, nullptr) == 0,
-                "bind /etc");
+        require(mount((dir_ / "etc").c_str(), "/etc", nullptr, MS_BIND, nullptr) == 0, "bind /etc");
         root_ = dir_.path();
     }
     void TearDown() override { umount2("/etc", MNT_DETACH); }

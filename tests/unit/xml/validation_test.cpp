@@ -61,11 +61,11 @@ TEST_F(Validation, InternalDtd) {
 
 TEST_F(Validation, ExternalDtd) {
     EXPECT_EQ(external("<r/>", "<!ELEMENT r EMPTY>"), Fault());
-    EXPECT_EQ(external("<r>x</r>", "<!ELEMENT r EMPTY>"),
-              Fault("ExternalDtdValidationFailed",
-                    "Failed validation of the document with external DTD " +
-                        (dir_ / "d.dtd").string() +
-                        ". The errors are: Element r was declared EMPTY this one has content."));
+    EXPECT_EQ(
+        external("<r>x</r>", "<!ELEMENT r EMPTY>"),
+        Fault("ExternalDtdValidationFailed",
+              "Failed validation of the document with external DTD " + (dir_ / "d.dtd").string() +
+                  ". The errors are: Element r was declared EMPTY this one has content."));
     testing::internal::CaptureStderr();
     EXPECT_EQ(faultOf([] {
                   tXmlDocument document;

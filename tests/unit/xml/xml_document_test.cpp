@@ -64,15 +64,16 @@ TEST(XmlDocument, NamesTheExpectedAndTheFoundRoot) {
                     "The document has the wrong type, root node is <found>, but <expected> was "
                     "expected"));
     tXmlRmkDocument empty;
-    EXPECT_EQ(faultOf([&] { empty.initFileDoc("expected"); }),
-              Fault("tError_EmptyDoc",
-                    "The document is empty. Can not find root element <expected>"));
+    EXPECT_EQ(
+        faultOf([&] { empty.initFileDoc("expected"); }),
+        Fault("tError_EmptyDoc", "The document is empty. Can not find root element <expected>"));
 }
 
 // Catches texts of the readers, and an empty attribute that is taken for a missing one.
 TEST(XmlDocument, ReadsChildrenAttributesAndText) {
-    tXmlRmkDocument document(std::string("<!DOCTYPE r [<!ENTITY e 'wide'>]>"
-                                         "<r><x set='' n='1'>a &e; world</x><y/><x>2</x></r>"));
+    tXmlRmkDocument document(
+        std::string("<!DOCTYPE r [<!ENTITY e 'wide'>]>"
+                    "<r><x set='' n='1'>a &e; world</x><y/><x>2</x></r>"));
     document.initFileDoc("r");
     xmlNode* x = document.getRootNodeChild("x");
     EXPECT_EQ(document.getNodeText(x), "a wide world");
@@ -91,13 +92,17 @@ TEST(XmlDocument, WritesForeignTextSafely) {
     document.initNewDoc("r");
     xmlNode* child = document.newTextChild(document.root(), "t", "<b>&amp; \x1B[1m\xE9 \xC3\xA9");
     document.addAttribute(child, "a", "\"<&\n\x02");
-    document.addAttribute(child, "a", std::string("1\0" "2", 3));
+    document.addAttribute(child, "a",
+                          std::string("1\0"
+                                      "2",
+                                      3));
     EXPECT_EQ(document.newTextChild(nullptr, "pid", "1"), nullptr);
     document.newChild(document.root(), "empty");
     const std::string text = saved(document);
-    EXPECT_EQ(text,
-              "<?xml version=\"1.0\"?>\n"
-              "<r><t a=\"1&#xFFFD;2\">&lt;b&gt;&amp;amp; &#xFFFD;[1m&#xE9; &#xE9;</t><empty/></r>\n");
+    EXPECT_EQ(
+        text,
+        "<?xml version=\"1.0\"?>\n"
+        "<r><t a=\"1&#xFFFD;2\">&lt;b&gt;&amp;amp; &#xFFFD;[1m&#xE9; &#xE9;</t><empty/></r>\n");
     EXPECT_NO_THROW(tXmlDocument{text});
 }
 
@@ -134,8 +139,7 @@ TEST(XmlDocument, NoticesAFullDisk) {
     std::ostringstream broken;
     broken.setstate(std::ios::badbit);
     EXPECT_EQ(faultOf([&] { document.saveToStream(broken); }),
-              Fault("tError_SaveFile",
-                    "Can not save the XML document to file 'in-memory buffer'"));
+              Fault("tError_SaveFile", "Can not save the XML document to file 'in-memory buffer'"));
 }
 
 }  // namespace

@@ -31,7 +31,8 @@ class XmlNodeTest : public testing::Test {
 
     XmlNode root() const { return XmlNode(document_.doc(), nullptr).getNode("/r"); }
 
-    tXmlDocument document_{std::string("<r><a n='1'><in/></a><b/><a n='2'/><c>text</c><a n='3'/></r>")};
+    tXmlDocument document_{
+        std::string("<r><a n='1'><in/></a><b/><a n='2'/><c>text</c><a n='3'/></r>")};
 };
 
 // Notes the nodes that it is called for and fails at one of them.
@@ -66,7 +67,7 @@ const std::vector<std::string> kTwoFailed = {"The operation is not supported: tw
 // Catches a failure of one node that costs its siblings, in both forms of the walk.
 TEST_F(XmlNodeTest, WalkGoesOnBehindAFailure) {
     const Recorder functor(Recorder::Ending::kFailure);
-    root().foreach("a", functor, keepError);
+    root().foreach ("a", functor, keepError);
     EXPECT_EQ(functor.seen, kAll);
     EXPECT_EQ(errors, kTwoFailed);
 
@@ -79,7 +80,7 @@ TEST_F(XmlNodeTest, WalkGoesOnBehindAFailure) {
 
 TEST_F(XmlNodeTest, WalkStopsWhenTheErrorFunctionRaises) {
     const Recorder functor(Recorder::Ending::kFailure);
-    EXPECT_EQ(faultOf([&] { root().foreach("a", functor, throwError); }),
+    EXPECT_EQ(faultOf([&] { root().foreach ("a", functor, throwError); }),
               Fault("NotSupportedOperation", "The operation is not supported: two"));
     EXPECT_EQ(functor.seen, kFirstTwo);
 }
@@ -87,7 +88,7 @@ TEST_F(XmlNodeTest, WalkStopsWhenTheErrorFunctionRaises) {
 // Catches a guard around one object that swallows the wish to stop.
 TEST_F(XmlNodeTest, TerminationEndsTheWalk) {
     const Recorder functor(Recorder::Ending::kTermination);
-    EXPECT_THROW(root().foreach("a", functor, keepError), MigrationTerminatedException);
+    EXPECT_THROW(root().foreach ("a", functor, keepError), MigrationTerminatedException);
     EXPECT_EQ(functor.seen, kFirstTwo);
 
     const Recorder op(Recorder::Ending::kTermination);
@@ -106,7 +107,7 @@ TEST_F(XmlNodeTest, WalksOverNothing) {
     EXPECT_EQ(errors, std::vector<std::string>{"Can not evaluate XPath expression: self::none"});
 
     errors.clear();
-    root().foreach("self::none", op, keepError);
+    root().foreach ("self::none", op, keepError);
     const tXPathExpr empty(document_.doc(), "none", root().node());
     EXPECT_EQ(foreach_xmlnode(empty, op, keepError), 1);
     EXPECT_TRUE(op.seen.empty());
@@ -116,7 +117,7 @@ TEST_F(XmlNodeTest, WalksOverNothing) {
 // Catches nodes that come in the order of the expression.
 TEST_F(XmlNodeTest, NodesComeInDocumentOrder) {
     std::string names;
-    root().foreach(
+    root().foreach (
         "c | b | a[2] | a/in", [&](const XmlNode& node) { names += node.str("name()") + " "; },
         keepError);
     EXPECT_EQ(names, "in b a c ");
@@ -125,9 +126,9 @@ TEST_F(XmlNodeTest, NodesComeInDocumentOrder) {
 
 TEST_F(XmlNodeTest, TestCastsAsXPathDoes) {
     const std::pair<const char*, bool> cases[] = {
-        {"a", true},           {"none", false},  {"count(a)", true}, {"count(none)", false},
-        {"string(c)", true},   {"''", false},    {"'false'", true},  {"0 div 0", false},
-        {"c = 'text'", true},  {"c = 'x'", false},
+        {"a", true},          {"none", false},    {"count(a)", true}, {"count(none)", false},
+        {"string(c)", true},  {"''", false},      {"'false'", true},  {"0 div 0", false},
+        {"c = 'text'", true}, {"c = 'x'", false},
     };
     for (const auto& [expr, expected] : cases) {
         EXPECT_EQ(root().test(expr), expected) << expr;
@@ -156,7 +157,10 @@ TEST_F(XmlNodeTest, ExpressionsOfOtherTypesAreRefused) {
     const Fault mismatch("tError_XPath_TypesMismatch",
                          "The result of expression 'count(a)' is not a 'nodeset' type");
     EXPECT_EQ(faultOf([&] { root().getNode("count(a)"); }), mismatch);
-    EXPECT_EQ(faultOf([&] { root().foreach("count(a)", [](const XmlNode&) {}, keepError); }),
+    EXPECT_EQ(faultOf([&] {
+                  root().foreach (
+                      "count(a)", [](const XmlNode&) {}, keepError);
+              }),
               mismatch);
     EXPECT_TRUE(errors.empty());
     testing::internal::CaptureStderr();

@@ -13,15 +13,15 @@ TEST(XmlText, HoldsOnlyWhatXmlCanHold) {
         {"\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80", "\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80"},
         {std::string("a\0b", 3), "a" + bad + "b"},
         {"\x1B[0m", bad + "[0m"},
-        {"caf\xE9", "caf\xC3\xA9"},                              // ISO-8859-1
-        {"\xE2\x82", "\xC3\xA2\xC2\x82"},                        // cut off
-        {"\x80\x80", "\xC2\x80\xC2\x80"},                        // without a first byte
-        {"\xC0\xBC", "\xC3\x80\xC2\xBC"},                        // '<' in two bytes
-        {"\xE0\x80\xBC", "\xC3\xA0\xC2\x80\xC2\xBC"},            // in three
+        {"caf\xE9", "caf\xC3\xA9"},                    // ISO-8859-1
+        {"\xE2\x82", "\xC3\xA2\xC2\x82"},              // cut off
+        {"\x80\x80", "\xC2\x80\xC2\x80"},              // without a first byte
+        {"\xC0\xBC", "\xC3\x80\xC2\xBC"},              // '<' in two bytes
+        {"\xE0\x80\xBC", "\xC3\xA0\xC2\x80\xC2\xBC"},  // in three
         {"\xF8\x88\x80\x80\x80", "\xC3\xB8\xC2\x88\xC2\x80\xC2\x80\xC2\x80"},
-        {"\xED\xA0\x80", bad},                                   // a surrogate
-        {"\xEF\xBF\xBE", bad},                                   // U+FFFE
-        {"\xF4\x90\x80\x80", bad},                               // behind the last plane
+        {"\xED\xA0\x80", bad},      // a surrogate
+        {"\xEF\xBF\xBE", bad},      // U+FFFE
+        {"\xF4\x90\x80\x80", bad},  // behind the last plane
     };
     for (const auto& [given, expected] : cases) {
         EXPECT_EQ(toXmlText(given), expected);
