@@ -149,16 +149,16 @@ class Exc : public ExTaggedIncludable {
 
 // Binds an error that a class declared as a static member to its code and message template. Stands
 // at global scope, behind the class, with the qualified name of the tag.
-#define ERROR_DEFINITION(tag, errorCode, errorText)          \
-    template <>                                              \
-    struct zelvo::ErrorDefinition<&tag> {                    \
-        static constexpr const char* code = errorCode;       \
-        static constexpr const char* text = errorText;       \
+#define ERROR_DEFINITION(tag, errorCode, errorText)    \
+    template <>                                        \
+    struct zelvo::ErrorDefinition<&tag> {              \
+        static constexpr const char* code = errorCode; \
+        static constexpr const char* text = errorText; \
     }
 
 // Declares an error of the namespace zelvo whose code is its name. Stands at global scope.
-#define ERROR_TAG(name, errorText)     \
-    namespace zelvo {                  \
-    inline void name(bool) {}          \
-    }                                  \
+#define ERROR_TAG(name, errorText) \
+    namespace zelvo {              \
+    inline void name(bool) {}      \
+    }                              \
     ERROR_DEFINITION(zelvo::name, #name, errorText)

@@ -14,14 +14,14 @@ void Cid::load(const XmlNode& node) {
     if (node.test("@referrer")) {
         throw EXC(NotSupportedOperation) % ("This cid cannot be referrer:" + node.str("."));
     }
-    doLoad(node);
+    doLoad(node);  // NOLINT(clang-analyzer-optin.cplusplus.VirtualCall)
 }
 
 void Cid::loadCidType(const XmlNode& parent, const std::string& cidType) {
     clear();
     const std::string expr = "content/cid[@type='" + cidType + "']";
     if (parent.test(expr)) {
-        doLoad(parent.getNode(expr));
+        doLoad(parent.getNode(expr));  // NOLINT(clang-analyzer-optin.cplusplus.VirtualCall)
     }
 }
 

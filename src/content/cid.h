@@ -12,10 +12,11 @@ namespace zelvo {
 class Cid {
   public:
     Cid() = default;
-    // node: the cid element. See load.
+    // node: the cid element. See load. Here as in every constructor the class reads by its own
+    // doLoad, not by that of a class derived from it.
     explicit Cid(const XmlNode& node);
     // parent: the object's element. See loadCidType.
-    Cid(const XmlNode& parent, const std::string& type);
+    Cid(const XmlNode& parent, const std::string& cidType);
     virtual ~Cid() = default;
     Cid(const Cid&) = default;
     Cid& operator=(const Cid&) = default;
@@ -54,7 +55,7 @@ class Cid {
 class RefferredCid : public Cid {
   public:
     RefferredCid() = default;
-    RefferredCid(const XmlNode& parent, const std::string& type);
+    RefferredCid(const XmlNode& parent, const std::string& cidType);
 
     // Sub-path inside the archive; may be empty.
     std::string offset;

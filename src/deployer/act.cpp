@@ -21,10 +21,9 @@ void runAction(const config& settings) {
             throw EXC(NotSupportedOperation) % "--translate-dump";
         case kDeployDump:
             action_deploy_dump(settings.notify, settings.domainTemplate, settings.backupUser,
-                               settings.backupUserType, settings.noRepository,
-                               settings.sessionPath, settings.repositoryUrl,
-                               settings.repositoryLogin, settings.repositoryPwd,
-                               settings.skipXsd, settings.suspend);
+                               settings.backupUserType, settings.noRepository, settings.sessionPath,
+                               settings.repositoryUrl, settings.repositoryLogin,
+                               settings.repositoryPwd, settings.skipXsd, settings.suspend);
             break;
         case kDeleteSession:
             action_delete_session();

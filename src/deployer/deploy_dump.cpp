@@ -1,11 +1,11 @@
 #include "deployer/deploy_dump.h"
 
-#include <log4cpp/Category.hh>
 #include <memory>
 
 #include "commons/files.h"
 #include "commons/session.h"
 #include "deployer/content_source.h"
+#include "report/log4cpp_setup.h"
 #include "report/migration_status.h"
 #include "report/progress_report.h"
 #include "restore/restorer.h"
@@ -16,14 +16,12 @@ namespace zelvo {
 
 namespace {
 
-log4cpp::Category& logger = log4cpp::Category::getInstance("p.deployer");
-
 void validate(tXmlZelvoDump& dump, const std::string& path, bool skipXsd) {
     if (skipXsd) {
-        logger.debug("DUMP validation have been skipped due to user settings!");
+        deployerCategory().debug("DUMP validation have been skipped due to user settings!");
         return;
     }
-    logger.debugStream() << "Validate dump using restore specification: " << path;
+    deployerCategory().debugStream() << "Validate dump using restore specification: " << path;
     validateSchema(dump, files::getZelvoRestoreSpecificationXsdFileName());
 }
 
@@ -31,10 +29,10 @@ void validate(tXmlZelvoDump& dump, const std::string& path, bool skipXsd) {
 // reported where the walk meets them.
 void noteContentSource(bool noRepository, const std::string& repositoryPath) {
     if (noRepository) {
-        logger.debug("Content archives are expected in the session");
+        deployerCategory().debug("Content archives are expected in the session");
     } else {
-        logger.debugStream() << "Content archives are expected in the repository "
-                             << repositoryPath;
+        deployerCategory().debugStream()
+            << "Content archives are expected in the repository " << repositoryPath;
     }
 }
 

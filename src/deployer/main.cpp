@@ -1,3 +1,6 @@
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <csignal>
 #include <iostream>
 
@@ -13,9 +16,20 @@ void clearSignalMask() {
     sigprocmask(SIG_SETMASK, &none, nullptr);
 }
 
+// A caller that closed a standard stream must not get a status file or a pipe in its place, with
+// messages written into it.
+void occupyStandardStreams() {
+    for (int fd = STDIN_FILENO; fd <= STDERR_FILENO; ++fd) {
+        if (fcntl(fd, F_GETFD) == -1) {
+            open("/dev/null", O_RDWR);
+        }
+    }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+    occupyStandardStreams();
     clearSignalMask();
     try {
         return zelvo::real_main(argc, argv);

@@ -27,10 +27,10 @@ class CliExec : public tLogExecCmd {
     // The request did not get through, or what listens there is no gate.
     static void GateError(bool) {}
 
-    // utility: path of a panel utility. The first construction in a process looks for the gate;
+    // path: of a panel utility. The first construction in a process looks for the gate;
     // that there is none is no failure. Once the gate is in use, its log line stands in the debug
     // log.
-    explicit CliExec(const std::string& utility);
+    explicit CliExec(const std::string& path);
 
     // Appends an argument; behind expectOptions() it counts as an option. This declaration hides
     // the form for literals that ExecCmd has, on purpose: that one knows nothing of options.
@@ -66,6 +66,8 @@ class CliExec : public tLogExecCmd {
     std::string prepareRequestString() const;
     static void makePostRequest(const std::string& body);
     void analyzeResponse();
+    // libcurl's callbacks. noexcept, since a failure must not unwind through libcurl.
+    // NOLINTNEXTLINE(bugprone-exception-escape)
     static std::size_t headerWriter(char* data, std::size_t size, std::size_t count,
                                     void* context) noexcept;
     static std::size_t responseWriter(char* data, std::size_t size, std::size_t count,

@@ -104,12 +104,14 @@ std::string CliExec::prepareRequestString() const {
     std::string body = "ARG[0]=" + urlencode(utilityName(args[0])) + "&";
     std::string line = args[0];
     for (std::size_t i = 1; args[i] != nullptr; ++i) {
-        body += "ARG[" + std::to_string(i) + "]=" + urlencode(args[i]) + "&";
-        line += std::string(" '") + args[i] + "'";
+        body.append("ARG[").append(std::to_string(i)).append("]=");
+        body.append(urlencode(args[i])).append("&");
+        line.append(" '").append(args[i]).append("'");
     }
     for (const auto& [name, value] : env) {
-        body += "ENV[" + urlencode(name) + "]=" + urlencode(value) + "&";
-        line.insert(0, name + "=" + value + " ");
+        body.append("ENV[").append(urlencode(name)).append("]=");
+        body.append(urlencode(value)).append("&");
+        line.insert(0, " ").insert(0, value).insert(0, "=").insert(0, name);
     }
     body += "STDIN=" + urlencode(stdin);
     if (!stdin.empty()) {
@@ -159,6 +161,7 @@ void CliExec::analyzeResponse() {
     }
 }
 
+// NOLINTNEXTLINE(readability-non-const-parameter)
 std::size_t CliExec::headerWriter(char* data, std::size_t size, std::size_t count,
                                   void* /*context*/) noexcept {
     static const boost::regex statusLine("^HTTP/1\\.1\\s+(\\d+)\\s+.*");
@@ -172,6 +175,7 @@ std::size_t CliExec::headerWriter(char* data, std::size_t size, std::size_t coun
     return size * count;
 }
 
+// NOLINTNEXTLINE(readability-non-const-parameter)
 std::size_t CliExec::responseWriter(char* data, std::size_t size, std::size_t count,
                                     void* /*context*/) noexcept {
     response.append(data, strnlen(data, size * count));

@@ -22,7 +22,6 @@ EnvironmentVector::EnvironmentVector(const Environment& additions) {
         entries_.push_back(*inherited);
     }
     for (const auto& [name, value] : additions) {
-        // As C strings: setenv sees no more of them.
         set(name.c_str(), value.c_str());
         if (error_ != 0) {
             break;
@@ -40,12 +39,12 @@ const char* EnvironmentVector::find(const std::string& name) const {
     return nullptr;
 }
 
-void EnvironmentVector::set(const std::string& name, const std::string& value) {
-    if (name.empty() || name.find('=') != std::string::npos) {
+void EnvironmentVector::set(const char* name, const char* value) {
+    if (*name == '\0' || strchr(name, '=') != nullptr) {
         error_ = EINVAL;
         return;
     }
-    char* const added = owned_.emplace_back(name + "=" + value).data();
+    char* const added = owned_.emplace_back(name).append("=").append(value).data();
     for (char*& entry : entries_) {
         if (isNamed(entry, name)) {
             entry = added;

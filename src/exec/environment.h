@@ -32,7 +32,8 @@ class EnvironmentVector {
     int error() const { return error_; }
 
   private:
-    void set(const std::string& name, const std::string& value);
+    // C strings, of which setenv sees no more than that.
+    void set(const char* name, const char* value);
 
     std::vector<std::string> owned_;
     std::vector<char*> entries_;

@@ -38,8 +38,8 @@ class ExecCmd : public CmdLine {
     // The command ended with a code other than 0.
     static void Failed(bool) {}
 
-    // utility: path of the program, also the first argument (argv[0]).
-    explicit ExecCmd(const std::string& utility);
+    // path: of the utility, also the first argument (argv[0]).
+    explicit ExecCmd(const std::string& path);
 
     ExecCmd& operator<<(const std::string& argument) override;
     // The same, and never more than that: a derived class's rule for options does not apply to it.

@@ -193,7 +193,7 @@ StartedChild start(const std::array<int, 3>& streams, const std::string& utility
 
 }  // namespace
 
-int forkExecvGetInOutErrSuidEnv(std::string input, std::string& outText, std::string& errText,
+int forkExecvGetInOutErrSuidEnv(std::string_view input, std::string& outText, std::string& errText,
                                 const std::string& utility, const ArgList& args, std::uint32_t uid,
                                 const Environment& env) {
     const ScopedDisposition ignorePipe(SIGPIPE, SIG_IGN);
@@ -201,10 +201,9 @@ int forkExecvGetInOutErrSuidEnv(std::string input, std::string& outText, std::st
     // is no status to wait for.
     const ScopedDisposition keepStatus(SIGCHLD, SIG_DFL);
     RunPipes pipes;
-    std::string_view rest(input);
     // What the pipe can hold is there before the child is: a child that ends without having read
     // its small input must not make a write fail now and then.
-    feed(pipes.in.writeEnd, rest);
+    feed(pipes.in.writeEnd, input);
     const StartedChild child =
         start({pipes.in.readEnd.get(), pipes.out.writeEnd.get(), pipes.err.writeEnd.get()}, utility,
               args, uid, env);
@@ -212,7 +211,7 @@ int forkExecvGetInOutErrSuidEnv(std::string input, std::string& outText, std::st
     if (child.failure) {
         pipes.in.writeEnd.reset();
     }
-    exchange(pipes, rest, outText, errText);
+    exchange(pipes, input, outText, errText);
     return waitForChild(child.pid);
 }
 

@@ -5,17 +5,14 @@
 #include <sys/types.h>
 
 #include <cstdint>
-#include <limits>
 #include <string>
 #include <string_view>
 
 #include "exec/arg_list.h"
 #include "exec/environment.h"
+#include "exec/keep_user.h"
 
 namespace zelvo {
-
-// The user id that stands for "stay who you are".
-inline constexpr std::uint32_t kKeepUser = std::numeric_limits<std::uint32_t>::max();
 
 // The full form; the others forward to it.
 //
@@ -37,7 +34,7 @@ inline constexpr std::uint32_t kKeepUser = std::numeric_limits<std::uint32_t>::m
 //
 // SIGPIPE is ignored and SIGCHLD has its default disposition in this process while the child runs;
 // the child gets the default disposition of every signal, an empty mask and the descriptors 0 to 2.
-int forkExecvGetInOutErrSuidEnv(std::string input, std::string& outText, std::string& errText,
+int forkExecvGetInOutErrSuidEnv(std::string_view input, std::string& outText, std::string& errText,
                                 const std::string& utility, const ArgList& args, std::uint32_t uid,
                                 const Environment& env);
 

@@ -12,6 +12,7 @@
 
 #include "commons/system_error.h"
 #include "exec/descriptor.h"
+#include "exec/keep_user.h"
 #include "exec/program_path.h"
 
 namespace zelvo {
@@ -111,7 +112,7 @@ int execProgram(SpawnPlan& plan) {
         moveDescriptor(source, target);
     }
     closeInherited();
-    if (plan.uid != ~std::uint32_t{0} && setUserId(plan.uid) != 0) {
+    if (plan.uid != kKeepUser && setUserId(plan.uid) != 0) {
         giveUp(outcome, SpawnStep::kSetuid, errno);
     }
     if (plan.environment.error() != 0) {
@@ -145,7 +146,7 @@ class SignalBlock {
     const int savedErrno = errno;
     const pid_t pid = vfork();  // NOLINT(clang-analyzer-security.insecureAPI.vfork)
     if (pid == 0) {
-        runChild(plan, outcome);
+        runChild(plan, outcome);  // NOLINT(clang-analyzer-unix.Vfork)
     }
     if (pid > 0) {
         errno = savedErrno;

@@ -1,7 +1,6 @@
 #include "lib/shell_quote.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <stdexcept>
 #include <string_view>
 
@@ -15,7 +14,7 @@ constexpr std::array<char, 256> makeMarks() {
         mark = '-';
     }
     for (const char byte : std::string_view("\t \"#$&'()*;<>?[\\`|~")) {
-        marks[static_cast<std::size_t>(byte)] = '*';
+        marks[static_cast<unsigned char>(byte)] = '*';
     }
     marks['\n'] = 'n';
     return marks;

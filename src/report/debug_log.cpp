@@ -15,7 +15,8 @@ namespace {
 // The debug log on a category of log4cpp, whose configuration says where the text goes.
 class Log4cppDebugLog : public DebugLog {
   public:
-    Log4cppDebugLog(bool verbose, bool debug) : verboseMode_(verbose && !debug), debugMode_(debug) {}
+    Log4cppDebugLog(bool verbose, bool debug)
+        : verboseMode_(verbose && !debug), debugMode_(debug) {}
 
     // A log call is a safe point: what a signal handler owes is written first.
     void log(const std::string& text) override {

@@ -7,13 +7,13 @@
 namespace zelvo {
 
 void AdminDeployer::operator()(const XmlNode& node) const {
-    node.foreach(
+    node.foreach (
         "resellers/reseller", [this](const XmlNode& reseller) { deployReseller(reseller); },
         deploy_error_func);
-    node.foreach(
+    node.foreach (
         "clients/client", [this](const XmlNode& client) { deployClient(client); },
         deploy_error_func);
-    node.foreach(
+    node.foreach (
         "domains/domain", [this](const XmlNode& domain) { deployDomain(domain); },
         deploy_error_func);
 }

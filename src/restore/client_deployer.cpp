@@ -37,8 +37,7 @@ passwd accountPassword(const XmlNode& node) {
 
 }  // namespace
 
-ClientDeployer::ClientDeployer(std::string ownerName, std::string name,
-                               const tDeployAction& action)
+ClientDeployer::ClientDeployer(std::string ownerName, std::string name, const tDeployAction& action)
     : tDeployAction(action), ownerName_(std::move(ownerName)), name_(std::move(name)) {}
 
 void ClientDeployer::operator()(XmlNode node) const {
@@ -58,7 +57,7 @@ void ClientDeployer::deployClientData(const XmlNode& node) const {
         ++report_ptr_->completedAccounts;
     }
     report_ptr_->updateProgressStats(name_, objectType::account);
-    node.foreach(
+    node.foreach (
         "domains/domain", [this](const XmlNode& domain) { deployDomain(domain); },
         deploy_error_func);
     if (hasCid(node, "skeleton")) {
@@ -155,19 +154,19 @@ void ClientDeployer::deployProperties(const XmlNode& node) const {
     tryUpdateClientPrefStuff([&](CmdLine& cmd) { return setLocale(cmd, node); });
     tryInstallSkin(node, GetClientCliPrefUtil(), name_);
     guarded([&] { deployPreferences(node); });
-    node.foreach(
+    node.foreach (
         "ip_pool/ip", [this](const XmlNode& address) { deployIpPool(address); }, deploy_error_func);
-    node.foreach(
+    node.foreach (
         "sapp-pool/sapp-item",
         [](const XmlNode&) { throw EXC(NotSupportedOperation) % "sapp-item"; }, deploy_error_func);
     if (node.test("traffic")) {
         guarded([&] { deployTraffic(node.getNode("traffic")); });
     }
-    node.foreach(
+    node.foreach (
         "preferences/domain-template",
         [](const XmlNode&) { throw EXC(NotSupportedOperation) % "domain-template"; },
         deploy_error_func);
-    node.foreach(
+    node.foreach (
         "preferences/custom-button",
         [](const XmlNode&) { throw EXC(NotSupportedOperation) % "custom-button"; },
         deploy_error_func);

@@ -26,9 +26,9 @@ tDeployProgressReport* tDeployDocAbility::report_ptr_ = nullptr;
 
 namespace {
 
-const char* const kScriptingNames[] = {"ssi_html", "php",    "php_safe_mode", "php_version", "cgi",
-                                       "perl",     "asp",    "python",        "coldfusion",  "ruby",
-                                       "fastcgi",  "miva",   "fp",            "fp_no_index"};
+const char* const kScriptingNames[] = {
+    "ssi_html", "php",        "php_safe_mode", "php_version", "cgi",  "perl", "asp",
+    "python",   "coldfusion", "ruby",          "fastcgi",     "miva", "fp",   "fp_no_index"};
 
 std::string pinfoText(const XmlNode& pinfo) {
     const std::string text = pinfo.str(".");
@@ -125,11 +125,9 @@ std::string tDeployDocAbility::parseStatus(const XmlNode& node) const {
         return "enabled";
     }
     std::string words;
-    node.foreach(
+    node.foreach (
         "disabled-by/@name",
-        [&words](const XmlNode& name) {
-            words += (words.empty() ? "" : ",") + name.str(".");
-        },
+        [&words](const XmlNode& name) { words += (words.empty() ? "" : ",") + name.str("."); },
         deploy_error_func);
     return words;
 }
@@ -209,8 +207,7 @@ void tDeployDocAbility::tryInstallSkin(const XmlNode& node, const std::string& u
 }
 
 void addPermission(CmdLine& cmd, const XmlNode& permission) {
-    cmd << "-" + permission.str("@name")
-        << (permission.test("@value='false'") ? "false" : "true");
+    cmd << "-" + permission.str("@name") << (permission.test("@value='false'") ? "false" : "true");
 }
 
 }  // namespace zelvo

@@ -34,9 +34,7 @@ LimitForm limitForm(const std::string& name) {
 
 tDomainDeployer::tDomainDeployer(const tDeployAction& action, std::string domainName,
                                  std::string ownerName)
-    : tDeployAction(action),
-      domainName_(std::move(domainName)),
-      ownerName_(std::move(ownerName)) {}
+    : tDeployAction(action), domainName_(std::move(domainName)), ownerName_(std::move(ownerName)) {}
 
 void tDomainDeployer::operator()(XmlNode node) {
     ObjectLogger logger(domainName_, "domain");
@@ -159,7 +157,7 @@ void tDomainDeployer::deployContents(const XmlNode& node) const {
         if (!templateInForce()) {
             deployLimits(node);
         }
-        node.foreach(
+        node.foreach (
             "domainuser", [this](const XmlNode& user) { setDomainUser(user); }, deploy_error_func);
     }
     if (node.test("mailsystem")) {
@@ -194,23 +192,23 @@ void tDomainDeployer::deployLimits(const XmlNode& node) const {
 }
 
 void tDomainDeployer::deployDatabases(const XmlNode& node) const {
-    node.foreach(
-        "databases/database",
-        [](const XmlNode&) { throw EXC(NotSupportedOperation) % "database"; }, deploy_error_func);
+    node.foreach (
+        "databases/database", [](const XmlNode&) { throw EXC(NotSupportedOperation) % "database"; },
+        deploy_error_func);
 }
 
 void tDomainDeployer::deployServices(const XmlNode& node) const {
     CliExec cmd = panelCommand("domain_pref");
     cmd << "--update" << domainName_ << "-www" << (node.test("@www= 'false'") ? "false" : "true");
     cmd.exec();
-    node.foreach(
+    node.foreach (
         "preferences/domain-alias",
         [](const XmlNode&) { throw EXC(NotSupportedOperation) % "domain-alias"; },
         deploy_error_func);
     if (node.test("maillists")) {
         guarded([&] { deployMailLists(node.getNode("maillists")); });
     }
-    node.foreach(
+    node.foreach (
         "tomcat", [](const XmlNode&) { throw EXC(NotSupportedOperation) % "tomcat"; },
         deploy_error_func);
 }
@@ -220,7 +218,7 @@ void tDomainDeployer::deployMailLists(const XmlNode& maillists) const {
     cmd << "--update-service" << domainName_;
     addStatus(cmd, maillists.getNode("status"));
     cmd.exec();
-    maillists.foreach(
+    maillists.foreach (
         "maillist", [](const XmlNode&) { throw EXC(NotSupportedOperation) % "maillist"; },
         deploy_error_func);
     if (hasCid(maillists, "domainmaillist")) {
@@ -246,17 +244,17 @@ std::string tDomainDeployer::deployHostingOnAddress(const XmlNode& node) const {
 }
 
 void tDomainDeployer::deployExtras(const XmlNode& node, const std::string& address) const {
-    node.foreach(
+    node.foreach (
         "properties/dns-zone", [this](const XmlNode& zone) { deployDnsZone(zone); },
         deploy_error_func);
     if (node.test("traffic")) {
         guarded([&] { deployTraffic(node.getNode("traffic")); });
     }
-    node.foreach(
+    node.foreach (
         "certificates/certificate",
         [](const XmlNode&) { throw EXC(NotSupportedOperation) % "certificate"; },
         deploy_error_func);
-    node.foreach(
+    node.foreach (
         "preferences/custom-button",
         [](const XmlNode&) { throw EXC(NotSupportedOperation) % "custom-button"; },
         deploy_error_func);

@@ -29,9 +29,8 @@ bool XmlDomainTemplate::getWebmailStatus() const {
 }
 
 bool domainTemplateHasHosting(const std::string& templateName) {
-    return askTemplate(templateName, [](const XmlDomainTemplate& asked) {
-        return asked.hasPhysicalHosting();
-    });
+    return askTemplate(templateName,
+                       [](const XmlDomainTemplate& asked) { return asked.hasPhysicalHosting(); });
 }
 
 bool domainTemplateWebmailStatus(const std::string& templateName) {

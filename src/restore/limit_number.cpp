@@ -8,8 +8,8 @@ long long parseLimit(const std::string& text, const std::string& what) {
     try {
         return boost::lexical_cast<long long>(text);
     } catch (const boost::bad_lexical_cast&) {
-        throw LimitConversionError("The value of the limit '" + what +
-                                   "' is not a number: '" + text + "'");
+        throw LimitConversionError("The value of the limit '" + what + "' is not a number: '" +
+                                   text + "'");
     }
 }
 

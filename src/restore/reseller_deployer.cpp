@@ -14,12 +14,12 @@ void ResellerDeployer::operator()(XmlNode node) const {
     ObjectLogger logger(name(), "reseller");
     deployClientData(node);
     if (DeployActionSummaryUpdate(action())) {
-        node.foreach(
+        node.foreach (
             "preferences/client-template",
             [](const XmlNode&) { throw EXC(NotSupportedOperation) % "client-template"; },
             deploy_error_func);
     }
-    node.foreach(
+    node.foreach (
         "clients/client", [this](const XmlNode& client) { deployClient(client); },
         deploy_error_func);
     theDebugLog->log("Restore of reseller '" + name() + "' is complete");

@@ -43,7 +43,7 @@ void ZelvoDumpRestorer::deployTopLevel() const {
     }
     const auto each = [this](const char* element,
                              void (ZelvoDumpRestorer::*deploy)(const XmlNode&) const) {
-        root.foreach(
+        root.foreach (
             element, [&](const XmlNode& node) { (this->*deploy)(node); }, deploy_error_func);
     };
     each("reseller", &ZelvoDumpRestorer::deployReseller);

@@ -7,8 +7,8 @@
 
 namespace zelvo {
 
-// Makes libxml2 refuse, from now on and in the whole process, to fetch what a document, a schema or a
-// stylesheet names by a network URL. Called by all that reads.
+// Makes libxml2 refuse, from now on and in the whole process, to fetch what a document, a schema or
+// a stylesheet names by a network URL. Called by all that reads.
 void refuseNetwork();
 
 // Parses a file; "-" is standard input. Gives null for what is not well-formed, or goes beyond

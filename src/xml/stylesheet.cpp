@@ -75,8 +75,8 @@ tXmlDocFromXslt apply_stylesheet(tXsltStylesheet& stylesheet, tXmlDocument& docu
     XmlDocPtr result(xsltApplyStylesheetUser(style.get(), document.doc(), nullptr, nullptr, nullptr,
                                              context.get()));
     if (context->state == XSLT_STATE_ERROR) {
-        throw EXC(tError_XmlInternal)
-            % "Some error while applying stylesheet. Check the error reason and try again.";
+        throw EXC(tError_XmlInternal) %
+            "Some error while applying stylesheet. Check the error reason and try again.";
     }
     if (context->state == XSLT_STATE_STOPPED) {
         throw EXC(tError_Xslt_ApplyStylesheetTerminated);

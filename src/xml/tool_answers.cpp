@@ -100,8 +100,7 @@ DumpFile XmlAgentFileList::readFile(xmlNode* file) const {
 }
 
 ZelvoIp readIp(const XmlNode& ip) {
-    return {ip.test("def_domain"),
-            takeXmlString(xmlNodeGetContent(ip.getNode("type").node()))};
+    return {ip.test("def_domain"), takeXmlString(xmlNodeGetContent(ip.getNode("type").node()))};
 }
 
 }  // namespace

@@ -70,7 +70,7 @@ class XmlNode {
     // ExTraceable that leaves op goes to errorFunc; any other exception ends the walk and passes
     // on. No nodes, no calls. Raises what iterate raises.
     template <class Op>
-    void foreach(const std::string& expr, Op&& op, XmlErrorFunc errorFunc) const {
+    void foreach (const std::string& expr, Op && op, XmlErrorFunc errorFunc) const {
         for (XmlNodeIterator it = iterate(expr); !it.atEnd(); ++it) {
             try {
                 op(*it);

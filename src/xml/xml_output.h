@@ -5,8 +5,8 @@
 
 namespace zelvo {
 
-// The form in which a file name is given to libxml2 for writing. The library takes a name that reads
-// as a URI for one and undoes its %-escapes: a directory "50%25" would be sought as "50%".
+// The form in which a file name is given to libxml2 for writing. The library takes a name that
+// reads as a URI for one and undoes its %-escapes: a directory "50%25" would be sought as "50%".
 std::string outputName(const std::string& fileName);
 
 // Notes whether libxml2 met a failure while it lived. A failed write in the middle of a document

@@ -31,8 +31,8 @@ void tXmlRmkDocument::initFileDoc(const char* rootName) {
 xmlNode* tXmlRmkDocument::getRootNodeChild(const char* name) const {
     xmlNode* child = getXmlChild(root_, name);
     if (child == nullptr) {
-        throw EXC(tError_WrongContent) % (std::string("Can not find '") + name +
-                                          "' element in '" + toString(root_->name) + "' element.");
+        throw EXC(tError_WrongContent) % (std::string("Can not find '") + name + "' element in '" +
+                                          toString(root_->name) + "' element.");
     }
     return child;
 }

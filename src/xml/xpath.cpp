@@ -15,10 +15,10 @@ tXPathExpr::tXPathExpr(xmlDoc* doc, const std::string& expr, xmlNode* contextNod
     if (context_.get() == nullptr) {
         throw EXC(AssertionFailed) % "xpathCtx_.get() != NULL";
     }
-    if (contextNode != nullptr) {
-        context_.get()->node = contextNode;
-    }
+    // Without a node of its own a context finds nothing by relative paths.
+    context_.get()->node = contextNode != nullptr ? contextNode : reinterpret_cast<xmlNode*>(doc);
     evalExpression();
+    context_.get()->node = contextNode;
 }
 
 void tXPathExpr::evalExpression() {
@@ -45,9 +45,7 @@ xmlNode* tXPathExpr::getNode() const {
 
 XmlNode tXPathExpr::getXmlNode() const { return {doc_, getNode()}; }
 
-std::string tXPathExpr::str() const {
-    return takeXmlString(xmlXPathCastToString(object_.get()));
-}
+std::string tXPathExpr::str() const { return takeXmlString(xmlXPathCastToString(object_.get())); }
 
 double tXPathExpr::number() const { return xmlXPathCastToNumber(object_.get()); }
 

@@ -55,7 +55,7 @@ TEST_F(CidTest, IsReadByTypeAndEmptyWithoutOne) {
 
 TEST_F(CidTest, RefusesAPartOfAWholeAndAnUnknownType) {
     try {
-        Cid(node("//cid[@type='logs']"));
+        const Cid cid(node("//cid[@type='logs']"));
         ADD_FAILURE() << "nothing was raised";
     } catch (const Exc<&NotSupportedOperation>& failure) {
         EXPECT_STREQ(failure.what(),

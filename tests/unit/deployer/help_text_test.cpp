@@ -18,6 +18,10 @@ std::string padded(std::string line) {
     return line;
 }
 
+std::string tabs(std::size_t count) { return std::string(count, '\t'); }
+
+std::string blanks(std::size_t count) { return std::string(count, ' '); }
+
 const std::vector<std::string> kLines = {
     padded("deployer. Zelvo Migration Manager."),
     padded(""),
@@ -50,10 +54,10 @@ const std::vector<std::string> kLines = {
     padded("    --session-path    <directory>  Specifies path to working session"),
     padded("                                   on the localhost"),
     padded("    --repository-url  <directory>  Specifies path to dump directory"),
-    exact("\t\t\t\t\t\t\t\t\t(local path or url)                        "),
+    exact(tabs(9) + "(local path or url)" + blanks(24)),
     padded("    --repository-login <login>     Specifies login to access to repository"),
-    exact("    --repository-pwd   <password>  Specifies login's password\t\t\t\t   "),
-    exact("\t\t\t\t\t\t\t\t\tto access to repository\t\t\t\t\t   "),
+    exact("    --repository-pwd   <password>  Specifies login's password" + tabs(4) + blanks(3)),
+    exact(tabs(9) + "to access to repository" + tabs(5) + blanks(3)),
     padded("    --agent-name      <agent>      The name of migration agent"),
     padded("    --domain-template <template>   Zelvo domain template to use upon domains"),
     padded("                                   deployment"),
@@ -65,7 +69,8 @@ const std::vector<std::string> kLines = {
     padded("                                   Level of deployment: deployment on the"),
     padded("                                   server level, on the client or domain-level"),
     padded("                                   user"),
-    exact("    --suspend                      Suspend domains during restore\t\t\t   "),
+    exact("    --suspend                      Suspend domains during restore" + tabs(3) +
+          blanks(3)),
     padded("    --verbose                      Output additional debug information"),
     padded("    --debug                        Output all debug information"),
     padded(""),

@@ -18,6 +18,7 @@ struct Parsed {
 Parsed parse(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), "deployer");
     std::vector<char*> argv;
+    argv.reserve(arguments.size() + 1);
     for (std::string& argument : arguments) {
         argv.push_back(argument.data());
     }

@@ -143,7 +143,7 @@ bool passesInNamespace(const std::function<void()>& checks) {
         alarm(60);  // A gate that is waited for in vain must not hold the tests up.
         try {
             need(unshare(CLONE_NEWNET | CLONE_NEWNS) == 0, "unshare");
-            need(mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0, "mount /");
+            need(mount("none", "/", "none", MS_REC | MS_PRIVATE, nullptr) == 0, "mount /");
             need(mount("none", "/etc", "tmpfs", 0, nullptr) == 0, "mount /etc");
             need(mkdir("/etc/qrd", 0755) == 0, "mkdir");
             raiseLoopback();

@@ -56,7 +56,7 @@ class ScratchDir {
     ~ScratchDir() { std::filesystem::remove_all(path_); }
 
     std::string file(const std::string& name, const std::string& text, mode_t mode) const {
-        const std::string path = path_ + "/" + name;
+        std::string path = path_ + "/" + name;
         std::ofstream(path) << text;
         chmod(path.c_str(), mode);
         return path;
@@ -138,7 +138,7 @@ TEST(Runner, LetsAChildIgnoreAnInputThatThePipeHolds) {
 
 TEST(Runner, FailsToWriteAnInputThatNobodyReads) {
     try {
-        ChildRun("/bin/true", makeArgs({"true"}), std::string(1 << 20, 'x'));
+        const ChildRun run("/bin/true", makeArgs({"true"}), std::string(1 << 20, 'x'));
         ADD_FAILURE() << "nothing was raised";
     } catch (const SystemError& failure) {
         EXPECT_STREQ(failure.what(), "writeToString failed: Broken pipe");

@@ -76,8 +76,8 @@ class PanelBox : public testing::Environment {
         writeFile(dir_ / "etc/qrd/qrd.conf",
                   "PRODUCT_ROOT_D " + (dir_ / "product").string() + "\n");
         require(unshare(CLONE_NEWNS) == 0, "unshare");
-        require(mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0, "mount private");
-        require(mount((dir_ / "etc").c_str(), "/etc", nullptr, MS_BIND, nullptr) == 0, "bind /etc");
+        require(mount("none", "/", "none", MS_REC | MS_PRIVATE, nullptr) == 0, "mount private");
+        require(mount((dir_ / "etc").c_str(), "/etc", "none", MS_BIND, nullptr) == 0, "bind /etc");
         root_ = dir_.path();
     }
     void TearDown() override { umount2("/etc", MNT_DETACH); }

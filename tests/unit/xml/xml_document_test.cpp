@@ -38,7 +38,7 @@ TEST(XmlDocument, WantsARegularFile) {
     EXPECT_EQ(faultOf([&] { document.readFromFile(""); }), empty);
     EXPECT_EQ(faultOf([&] { document.saveToFile(static_cast<const char*>(nullptr)); }), null);
     EXPECT_EQ(faultOf([&] { document.saveToFile(std::string()); }), empty);
-    EXPECT_EQ(faultOf([] { tXmlDocument(std::string()); }),
+    EXPECT_EQ(faultOf([] { tXmlDocument{std::string()}; }),
               Fault("AssertionFailed", "Assertion failed: content.size()"));
     EXPECT_EQ(faultOf([&] { document.saveToBuffer(nullptr); }),
               Fault("AssertionFailed", "Assertion failed: buffer != 0"));
