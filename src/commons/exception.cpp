@@ -6,13 +6,18 @@ ExTraceable::ExTraceable(const std::string& code, const std::string& message)
     : std::runtime_error(code), message_(message) {}
 
 ExTraceable::ExTraceable(const ExTraceable& other)
+    // NOLINTNEXTLINE(bugprone-throw-keyword-missing): a base, and not an object to throw
     : Cloneable(other), ExVisitable(other), std::runtime_error(other), message_(other.message_) {}
 
 ExTraceable* ExTraceable::clone() const { return new ExTraceable(*this); }
 
 const char* ExTraceable::what() const noexcept {
-    text_ = message_.str();
-    return text_.c_str();
+    try {
+        text_ = message_.str();
+        return text_.c_str();
+    } catch (const std::exception&) {
+        return std::runtime_error::what();
+    }
 }
 
 void ExTraceable::accept(ExInfoVisitor& visitor) const {

@@ -151,7 +151,7 @@ class Exc : public ExTaggedIncludable {
 // at global scope, behind the class, with the qualified name of the tag.
 #define ERROR_DEFINITION(tag, errorCode, errorText)    \
     template <>                                        \
-    struct zelvo::ErrorDefinition<&tag> {              \
+    struct zelvo::ErrorDefinition<&(tag)> {            \
         static constexpr const char* code = errorCode; \
         static constexpr const char* text = errorText; \
     }

@@ -51,6 +51,10 @@ void act(const config& settings) {
         // A run that was stopped on purpose is a success.
         theLog->setSuccess(true);
         theDebugLog->log(std::string(termination.what()));
+    } catch (const std::exception& failure) {
+        // It ends the run, and a caller that drops standard error would never learn of it.
+        theDebugLog->log(std::string(failure.what()));
+        throw;
     }
     // A signal that no further object followed is owed its line all the same.
     writeTerminationLines();

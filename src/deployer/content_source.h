@@ -1,10 +1,8 @@
 // Where the content archives of a dump are to come from.
 #pragma once
 
-#include <memory>
 #include <string>
 
-#include "content/content_unpacker.h"
 #include "xml/xml_node.h"
 
 namespace zelvo {

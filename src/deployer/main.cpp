@@ -31,6 +31,8 @@ void occupyStandardStreams() {
 int main(int argc, char** argv) {
     occupyStandardStreams();
     clearSignalMask();
+    // A reader of our output that goes away costs its lines and not the restore.
+    signal(SIGPIPE, SIG_IGN);
     try {
         return zelvo::real_main(argc, argv);
     } catch (const zelvo::ExTraceable& failure) {

@@ -1,7 +1,5 @@
 #include "exec/cli_exec.h"
 
-#include <boost/lexical_cast.hpp>
-
 #include "report/debug_log.h"
 
 namespace zelvo {
@@ -71,11 +69,8 @@ int CliExec::exec(std::nothrow_t) noexcept {
         return retCode;
     } catch (const ExTraceable& failure) {
         theDebugLog->log(failure);
-    } catch (const boost::bad_lexical_cast& failure) {
-        // An answer of the gate whose return code is no number.
-        theDebugLog->log(std::string(failure.what()));
     }
-    return kGateFailed;
+    return retCode = kGateFailed;
 }
 
 }  // namespace zelvo

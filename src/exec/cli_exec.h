@@ -14,6 +14,8 @@ struct curl_slist;
 
 namespace zelvo {
 
+class CliGateResponse;
+
 // Needs theDebugLog. Once the gate was found, a failure of the gate is a failure of the command and
 // does not lead to direct execution.
 class CliExec : public tLogExecCmd {
@@ -27,9 +29,8 @@ class CliExec : public tLogExecCmd {
     // The request did not get through, or what listens there is no gate.
     static void GateError(bool) {}
 
-    // path: of a panel utility. The first construction in a process looks for the gate;
-    // that there is none is no failure. Once the gate is in use, its log line stands in the debug
-    // log.
+    // path: of a panel utility. The first construction in a process looks for the gate and logs
+    // what it found; that there is none is no failure.
     explicit CliExec(const std::string& path);
 
     // Appends an argument; behind expectOptions() it counts as an option. This declaration hides
@@ -42,7 +43,8 @@ class CliExec : public tLogExecCmd {
 
     // Runs the command; does nothing at all, with 0 as result, when options were expected and none
     // came. Returns retCode. Raises Failed as in direct execution; through the gate also the errors
-    // above and, for an answer that is none of its documents, those of getCliGateResponse.
+    // above and, for an answer that is none of its documents, those of getCliGateResponse and
+    // boost::bad_lexical_cast (a return code that is no number).
     int exec() override;
     // The same. Returns 0, or retCode for a command that failed, or 255 for a failure of the gate,
     // which is logged. A failed run of a child ends the process.
@@ -65,6 +67,7 @@ class CliExec : public tLogExecCmd {
     static void useActualPassword();
     std::string prepareRequestString() const;
     static void makePostRequest(const std::string& body);
+    static std::int32_t returnCode(const CliGateResponse& answer);
     void analyzeResponse();
     // libcurl's callbacks. noexcept, since a failure must not unwind through libcurl.
     // NOLINTNEXTLINE(bugprone-exception-escape)

@@ -2,12 +2,14 @@
 #include <curl/curl.h>
 #include <sys/stat.h>
 
+#include <boost/numeric/conversion/cast.hpp>
 #include <boost/regex.hpp>
 #include <charconv>
 #include <cstring>
 #include <memory>
 #include <new>
 
+#include "commons/scoped_variable.h"
 #include "exec/cli_exec.h"
 #include "lib/admin_password.h"
 #include "lib/liblog.h"
@@ -29,6 +31,13 @@ std::string takeCurlText(char* text) {
         throw std::bad_alloc();
     }
     return owner.get();
+}
+
+// libcurl would follow http_proxy even to the loopback address, and hand the administrator's
+// password to whatever listens there.
+CURLcode performRequest(CURL* handle) {
+    const ScopedVariable direct("no_proxy", "*");
+    return curl_easy_perform(handle);
 }
 
 // "client" for "/usr/local/panel/client.php".
@@ -68,7 +77,7 @@ void CliExec::initConnection() {
         curl_easy_setopt(easyhandle, CURLOPT_HEADERFUNCTION, &CliExec::headerWriter) != CURLE_OK) {
         throw EXC(CliExec::CurlError) % error_buffer;
     }
-    if (curl_easy_perform(easyhandle) != CURLE_OK) {
+    if (performRequest(easyhandle) != CURLE_OK) {
         throw EXC(CliExec::GateError) % error_buffer;
     }
     // A working gate finds a request without arguments bad.
@@ -90,14 +99,17 @@ void CliExec::useActualPassword() {
     if (info.st_mtime == qrd_shadow_mtime) {
         return;
     }
-    qrd_shadow_mtime = info.st_mtime;
-    curl_slist_free_all(headers);
-    headers = curl_slist_append(nullptr,
-                                (std::string("HTTP_AUTH_PASSWD: ") + get_admin_password()).c_str());
-    if (headers == nullptr ||
-        curl_easy_setopt(easyhandle, CURLOPT_HTTPHEADER, headers) != CURLE_OK) {
+    curl_slist* const renewed = curl_slist_append(
+        nullptr, (std::string("HTTP_AUTH_PASSWD: ") + get_admin_password()).c_str());
+    if (renewed == nullptr ||
+        curl_easy_setopt(easyhandle, CURLOPT_HTTPHEADER, renewed) != CURLE_OK) {
+        curl_slist_free_all(renewed);
         throw EXC(CliExec::CurlError) % error_buffer;
     }
+    // The handle no longer points to the old list.
+    curl_slist_free_all(headers);
+    headers = renewed;
+    qrd_shadow_mtime = info.st_mtime;
 }
 
 std::string CliExec::prepareRequestString() const {
@@ -129,8 +141,18 @@ void CliExec::makePostRequest(const std::string& body) {
         throw EXC(CliExec::CurlError) % error_buffer;
     }
     useActualPassword();
-    if (curl_easy_perform(easyhandle) != CURLE_OK) {
+    if (performRequest(easyhandle) != CURLE_OK) {
         throw EXC(CliExec::GateError) % error_buffer;
+    }
+}
+
+// The code that the utility returned. An answer without a number is a failure of the gate, and so of
+// this one command.
+std::int32_t CliExec::returnCode(const CliGateResponse& answer) {
+    try {
+        return boost::numeric_cast<std::int32_t>(answer.getReturn());
+    } catch (const std::bad_cast&) {
+        throw EXC(CliExec::GateError) % "The return code in the answer is not a number";
     }
 }
 
@@ -145,7 +167,7 @@ void CliExec::analyzeResponse() {
         finished = true;
         stdout = answer->getStdout();
         stderr = answer->getStderr();
-        retCode = static_cast<std::int32_t>(answer->getReturn());
+        retCode = returnCode(*answer);
     } else {
         finished = false;
         stderr = answer->getError();
@@ -170,7 +192,7 @@ std::size_t CliExec::headerWriter(char* data, std::size_t size, std::size_t coun
     if (boost::regex_match(line, line + size * count, match, statusLine)) {
         // A number that is too large leaves the status as it was: none of those that count.
         std::from_chars(match[1].first, match[1].second, status);
-        theDebugLog->log("HTTP status code is: " + std::to_string(status));
+        theDebugLog->log("HTTP status code is: " + std::to_string(status));  // NOLINT(bugprone-exception-escape)
     }
     return size * count;
 }

@@ -2,14 +2,13 @@
 
 #include <sys/stat.h>
 
-#include <cstdlib>
 #include <log4cpp/Appender.hh>
 #include <log4cpp/PropertyConfigurator.hh>
 #include <memory>
-#include <optional>
 #include <vector>
 
 #include "commons/files.h"
+#include "commons/scoped_variable.h"
 #include "commons/session.h"
 
 namespace zelvo {
@@ -28,30 +27,6 @@ class PrivateFiles {
 
   private:
     mode_t before_;
-};
-
-// Sets a variable of the environment as long as it lives.
-class ScopedVariable {
-  public:
-    ScopedVariable(const std::string& name, const std::string& value) : name_(name) {
-        if (const char* before = getenv(name_.c_str())) {
-            before_ = before;
-        }
-        setenv(name_.c_str(), value.c_str(), 1);
-    }
-    ~ScopedVariable() {
-        if (before_) {
-            setenv(name_.c_str(), before_->c_str(), 1);
-        } else {
-            unsetenv(name_.c_str());
-        }
-    }
-    ScopedVariable(const ScopedVariable&) = delete;
-    ScopedVariable& operator=(const ScopedVariable&) = delete;
-
-  private:
-    std::string name_;
-    std::optional<std::string> before_;
 };
 
 void removeDebugAppender() {

@@ -67,7 +67,7 @@ class XmlMigrationStatus : public tXmlRmkDocument, public MigrationStatus {
 
 XmlMigrationStatus::~XmlMigrationStatus() {
     try {
-        saveFile();
+        XmlMigrationStatus::saveFile();
     } catch (const ExTraceable& failure) {
         // Another failure may be under way, and it goes on; this one still reaches the caller
         // through the result document.

@@ -50,7 +50,7 @@ void tDomainDeployer::operator()(XmlNode node) {
     try {
         deployDomain(node);
     } catch (const ExTraceable& failure) {
-        countDomain();
+        guarded([this] { countDomain(); });
         throw EXC_INNER(FailedDomainDeployment, failure) % domainName_;
     }
     if (DeployActionDelete()) {
@@ -60,7 +60,7 @@ void tDomainDeployer::operator()(XmlNode node) {
         deployContents(node);
     } catch (const ExTraceable& failure) {
         salvage(node);
-        countDomain();
+        guarded([this] { countDomain(); });
         throw EXC_INNER(FailedDomainDeployment, failure) % domainName_;
     }
     if (node.test("properties/status")) {
@@ -245,7 +245,10 @@ std::string tDomainDeployer::deployHostingOnAddress(const XmlNode& node) const {
 
 void tDomainDeployer::deployExtras(const XmlNode& node, const std::string& address) const {
     node.foreach (
-        "properties/dns-zone", [this](const XmlNode& zone) { deployDnsZone(zone); },
+        "properties/dns-zone", 
+        [this](const XmlNode& zone) {
+            deployDnsZone(zone, templateInForce() && getDomainTemplateWebmailStatus());
+        },
         deploy_error_func);
     if (node.test("traffic")) {
         guarded([&] { deployTraffic(node.getNode("traffic")); });
@@ -355,7 +358,7 @@ void tDomainDeployer::deployHosting(const XmlNode& hosting, const std::string&, 
     throw EXC(NotSupportedOperation) % hosting.str("name()");
 }
 
-void tDomainDeployer::deployDnsZone(const XmlNode&) const {
+void tDomainDeployer::deployDnsZone(const XmlNode&, bool) const {
     throw EXC(NotSupportedOperation) % "dns-zone";
 }
 

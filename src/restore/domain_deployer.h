@@ -67,7 +67,7 @@ class tDomainDeployer : public virtual tDeployDocAbility, public tDeployAction {
     // These stand for deployers that are not there yet, and report the element.
     void deployMailSystem(const XmlNode& mailsystem) const;
     void deployHosting(const XmlNode& hosting, const std::string& address, bool exclusive) const;
-    void deployDnsZone(const XmlNode& zone) const;
+    void deployDnsZone(const XmlNode& zone, bool templateWebmail) const;
 
     // Hosting parameters of the dump are to be applied, and not those of the template.
     bool useDumpParameters_ = true;

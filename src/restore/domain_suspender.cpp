@@ -47,16 +47,15 @@ void DomainSuspender::doUnsuspendDomain() {
     }
     suspended_ = false;
     theDebugLog->log("Resume domain " + domainName_);
+    std::string reason;
     try {
         runHandler("unsuspend");
+        return;
     } catch (const ExTraceable& failure) {
-        reportResumeFailure(formatPlainTextMessage(failure));
+        reason = formatPlainTextMessage(failure);
     } catch (...) {
-        reportResumeFailure("Unknown error");
+        reason = "Unknown error";
     }
-}
-
-void DomainSuspender::reportResumeFailure(const std::string& reason) const {
     deploy_error_func(EXC(ResumeDomainFailed) % reason);
 }
 

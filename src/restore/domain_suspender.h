@@ -25,7 +25,6 @@ class DomainSuspender {
     // Runs the panel's suspend handler with "suspend" or "unsuspend". It is no utility of the
     // command line gate, so it runs directly in every run.
     void runHandler(const std::string& word) const;
-    void reportResumeFailure(const std::string& reason) const;
 
     std::string domainName_;
     bool suspended_ = false;

@@ -12,7 +12,10 @@ template <class Ask>
 bool askTemplate(const std::string& templateName, Ask ask) {
     CliExec cmd = panelCommand("domain_template");
     cmd << "-x" << templateName;
-    cmd.exec(std::nothrow);
+    if (cmd.exec(std::nothrow) != 0 && cmd.stdout.empty()) {
+        // There is nothing to read, and the utility has said why.
+        cmd.reportError();
+    }
     tXmlRmkDocument answer(cmd.stdout);
     answer.initFileDoc("domain-template");
     return ask(XmlDomainTemplate(XmlNode(answer.doc(), answer.root())));

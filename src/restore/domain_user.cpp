@@ -4,7 +4,6 @@
 #include "restore/domain_deployer.h"
 #include "restore/guard.h"
 #include "restore/option_table.h"
-#include "restore/restore_errors.h"
 #include "restore/walk.h"
 
 namespace zelvo {

@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "commons/files.h"
-#include "exec/cli_exec.h"
+#include "report/debug_log.h"
+#include "restore/option_table.h"
 #include "xml/tool_answers.h"
 
 namespace zelvo {
@@ -17,9 +17,12 @@ struct Location {
 };
 
 Location askAdminLocation() {
-    CliExec cmd(files::getDirectCliUtilityPath("admin"));
+    CliExec cmd = panelCommand("admin");
     cmd << "-xi";
-    cmd.exec(std::nothrow);
+    if (cmd.exec(std::nothrow) != 0) {
+        theDebugLog->log(std::string("The location of the administrator is not known"));
+        return {};
+    }
     const auto answer = getAdminLocation(cmd.stdout);
     return {answer->getCountry(), answer->getState(), answer->getZip()};
 }

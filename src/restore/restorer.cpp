@@ -77,11 +77,13 @@ void ZelvoDumpRestorer::deployDomain(const XmlNode& node) const {
     deployer(node);
 }
 
-void ZelvoDumpRestorer::deployMailname(const XmlNode&) const {
+void ZelvoDumpRestorer::deployMailname(const XmlNode& node) const {
+    getParentByGuidId(node.str("@owner-guid"));
     throw EXC(NotSupportedOperation) % "mailname";
 }
 
-void ZelvoDumpRestorer::deployDatabase(const XmlNode&) const {
+void ZelvoDumpRestorer::deployDatabase(const XmlNode& node) const {
+    getParentByGuidId(node.str("@owner-guid"));
     throw EXC(NotSupportedOperation) % "database";
 }
 

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "commons/files.h"
-#include "exec/cli_exec.h"
 #include "report/debug_log.h"
+#include "restore/option_table.h"
 
 namespace zelvo {
 
@@ -17,7 +17,7 @@ namespace {
 std::vector<std::string> listShells() {
     std::vector<std::string> shells;
     try {
-        CliExec cmd(files::getDirectCliUtilityPath("domain"));
+        CliExec cmd = panelCommand("domain");
         cmd << "-s";
         cmd.exec();
         std::istringstream items(cmd.stdout);

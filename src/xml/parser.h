@@ -1,4 +1,5 @@
-// The one way in which outside bytes become a document.
+// The one way in which outside bytes become a document. Its elements carry their place in the
+// document's order, for queries.
 #pragma once
 
 #include <string>

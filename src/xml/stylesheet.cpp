@@ -8,9 +8,9 @@
 #include <memory>
 
 #include "commons/errors.h"
+#include "xml/output_name.h"
 #include "xml/parser.h"
 #include "xml/xml_errors.h"
-#include "xml/xml_output.h"
 
 namespace zelvo {
 
@@ -56,10 +56,9 @@ void tXmlDocFromXslt::saveToFile(const char* fileName) {
     if (*fileName == 0) {
         throw EXC(AssertionFailed) % "*filename != 0";
     }
-    const OutputCheck check;
     const int result =
         xsltSaveResultToFilename(outputName(fileName).c_str(), doc(), stylesheet_.get(), 0);
-    if (!check.isWritten(result)) {
+    if (result < 0) {
         throw EXC(tError_SaveFile) % fileName;
     }
 }

@@ -9,10 +9,10 @@
 #include "commons/errors.h"
 #include "commons/input_file.h"
 #include "xml/error_collector.h"
+#include "xml/output_name.h"
 #include "xml/parser.h"
 #include "xml/stream_io.h"
 #include "xml/xml_errors.h"
-#include "xml/xml_output.h"
 
 namespace zelvo {
 
@@ -68,8 +68,7 @@ void tXmlDocument::saveToFile(const char* fileName) {
     if (*fileName == 0) {
         throw EXC(AssertionFailed) % "*filename != 0";
     }
-    const OutputCheck check;
-    if (!check.isWritten(xmlSaveFile(outputName(fileName).c_str(), doc()))) {
+    if (xmlSaveFile(outputName(fileName).c_str(), doc()) < 0) {
         throw EXC(tError_SaveFile) % fileName;
     }
 }
@@ -85,9 +84,8 @@ int tXmlDocument::saveToBuffer(xmlOutputBuffer* buffer) {
     if (buffer == nullptr) {
         throw EXC(AssertionFailed) % "buffer != 0";
     }
-    const OutputCheck check;
     const int result = xmlSaveFileTo(buffer, doc(), nullptr);
-    if (!check.isWritten(result)) {
+    if (result < 0) {
         throw EXC(tError_SaveFile) % "in-memory buffer";
     }
     return result;

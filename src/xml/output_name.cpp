@@ -1,7 +1,6 @@
-#include "xml/xml_output.h"
+#include "xml/output_name.h"
 
 #include <libxml/uri.h>
-#include <libxml/xmlerror.h>
 
 namespace zelvo {
 
@@ -10,7 +9,11 @@ namespace {
 std::string escapePercent(const std::string& name) {
     std::string escaped;
     for (const char c : name) {
-        c == '%' ? escaped += "%25" : escaped += c;
+        if (c == '%') {
+            escaped += "%25";
+        } else {
+            escaped += c;
+        }
     }
     return escaped;
 }
@@ -18,18 +21,11 @@ std::string escapePercent(const std::string& name) {
 }  // namespace
 
 std::string outputName(const std::string& fileName) {
-    const std::string escaped = escapePercent(fileName);
+    std::string escaped = escapePercent(fileName);
     xmlURI* uri = xmlParseURI(escaped.c_str());
     const bool isTakenForUri = uri != nullptr;
     xmlFreeURI(uri);
     return isTakenForUri ? escaped : fileName;
-}
-
-OutputCheck::OutputCheck() { xmlResetLastError(); }
-
-bool OutputCheck::isWritten(int result) const {
-    const xmlError* error = xmlGetLastError();
-    return result >= 0 && (error == nullptr || error->domain != XML_FROM_IO);
 }
 
 }  // namespace zelvo
