@@ -2,112 +2,96 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <boost/filesystem/path.hpp>
 #include <cstdlib>
 
 #include "../lib/temp_dir.h"
 #include "commons/errors.h"
+#include "commons/input_file.h"
+#include "commons/make_dir.h"
 #include "commons/temp_names.h"
 #include "lib/read_configuration.h"
 
 namespace {
 
-namespace files = zelvo::files;
+mode_t modeOf(const std::string& path) {
+    struct stat status = {};
+    EXPECT_EQ(0, stat(path.c_str(), &status)) << path;
+    return status.st_mode;
+}
 
-// Puts a configuration in memory, so that no test depends on a panel.
-class Configured : public testing::Test {
+void configure(const char* key, const std::string& value) {
+    EXPECT_EQ(0, conf_set_r(key, value.c_str(), theQrdConfHash));
+}
+
+// Has a configuration in memory, so that no test depends on a panel.
+class Files : public testing::Test {
   protected:
-    void SetUp() override {
+    Files() {
         theQrdConfHash = static_cast<conf_data*>(calloc(1, sizeof(conf_data)));
-        set("PRODUCT_ROOT_D", "/opt/q");
-        set("HTTPD_VHOSTS_D", "/v");
-        set("MAILMAN_ROOT_D", "/mm");
+        configure("PRODUCT_ROOT_D", dir_.path("q"));
     }
-    void TearDown() override {
+    ~Files() override {
         conf_free_r(theQrdConfHash);
         theQrdConfHash = nullptr;
         arrayInitialized = 0;
     }
-    static void set(const char* key, const std::string& value) {
-        ASSERT_EQ(0, conf_set_r(key, value.c_str(), theQrdConfHash));
-        conf_finalize_r(theQrdConfHash);
-    }
+
+    const TempDir dir_;
 };
 
-TEST_F(Configured, PathsHangOnTheirRoots) {
-    EXPECT_EQ("/opt/q/RMK", files::getRmkDir());
-    EXPECT_EQ("/opt/q/RMK/agents", files::agents::getDir());
-    EXPECT_EQ("/opt/q/RMK/tmp", files::getTmpDir());
-    EXPECT_EQ("/opt/q/RMK/agents/ZelvoX/control/fix_sapp_pool.xsl",
-              files::getZelvoSappPoolFixedXsl());
-    EXPECT_EQ("/opt/q/RMK/correct_aw_statistics.pl", files::getCorrectAwStatisticsFileName());
-    EXPECT_EQ("/opt/q/RMK/restore-specification.xsd",
-              files::getZelvoRestoreSpecificationXsdFileName());
-    EXPECT_EQ(std::vector<std::string>{"/opt/q/bin/xt-engine-zelvorun"}, files::getPhpExecuteCmd());
-    EXPECT_EQ("/opt/q/admin/vlib/backup/suspend_handler/SuspendHandlerRunner.php",
-              files::getSuspendHandlerUtility());
-    EXPECT_EQ("/opt/q/admin/vlib/api-cli/domain.php", files::getDirectCliUtilityPath("domain"));
-    EXPECT_EQ("/opt/q/admin/vlib/backup/x.php", files::getDirectCliBackupUtilityPath("x"));
-    EXPECT_EQ("/opt/q/admin/sbin/cid_unpacker", files::getCidExtractorFileName());
-    EXPECT_EQ("/mm/bin/arch", files::getMailmanArchFileName());
-    EXPECT_EQ("/var/lib/mailman", files::getMailmanVarDir());
-    EXPECT_EQ("/var/qmail/mailnames", files::getMailDir());
+TEST_F(Files, HangOnTheirRoots) {
+    EXPECT_EQ(dir_.path("q/admin/sbin/cid_unpacker"), zelvo::files::getCidExtractorFileName());
+    EXPECT_EQ("/usr/lib/mailman/bin/arch", zelvo::files::getMailmanArchFileName());
+    EXPECT_EQ("/var/www/vhosts/xn--tda.example", zelvo::files::getVhostDir("\u00FC.example"));
 }
 
-TEST_F(Configured, DirectoriesOfDomainsHaveAsciiNames) {
-    EXPECT_EQ("/v/xn--bcher-kva.example", files::getVhostDir("b\xC3\xBC"
-                                                             "cher.example"));
-}
-
-TEST_F(Configured, TemporaryFilesAreNewAndPrivate) {
-    const TempDir dir;
-    const std::string name = zelvo::RMK_getTempFileName(dir.path(), "pre-");
-    EXPECT_EQ(0U, name.find(dir.path("pre-")));
-    EXPECT_EQ(dir.path("pre-XXXXXX").size(), name.size());
-    struct stat status = {};
-    ASSERT_EQ(0, stat(name.c_str(), &status));
-    EXPECT_EQ(S_IFREG | 0600U, status.st_mode);
-    EXPECT_EQ(0, status.st_size);
-    EXPECT_EQ(0U, zelvo::RMK_getTempFileName(dir.path("") /* ends in a slash */, "pre-")
-                      .find(dir.path("pre-")));
-
-    const std::string made = zelvo::RMK_makeTempFileDirectory(dir.path(), std::string(200, 'p'));
-    ASSERT_EQ(0, stat(made.c_str(), &status));
-    EXPECT_EQ(S_IFDIR | 0700U, status.st_mode);
-}
-
-TEST_F(Configured, TemporaryFilesGoWhereTheConfigurationSays) {
-    const TempDir dir;
-    set("DUMP_TMP_D", dir.path());
-    EXPECT_EQ(0U, zelvo::RMK_getTempFileName("", "x").find(dir.path("x")));
-}
-
-TEST_F(Configured, TemporaryFilesGoToTheMigrationToolsOtherwise) {
-    const TempDir dir;
-    set("PRODUCT_ROOT_D", dir.path());
-    std::filesystem::create_directories(dir.path("RMK/tmp"));
-    EXPECT_EQ(0U, zelvo::RMK_getTempFileName("", "x").find(dir.path("RMK/tmp/x")));
-}
-
-TEST_F(Configured, FailuresNameTheTemplate) {
+// What makes a temporary file or directory fail with.
+std::string failureOf(std::string (*make)(const std::string&, const std::string&)) {
     try {
-        zelvo::RMK_getTempFileName("/no/such", "x");
-        ADD_FAILURE();
-    } catch (const zelvo::Exc<&zelvo::CantCreateTempFile>& failure) {
-        EXPECT_STREQ(
-            "Can not create temporary file with the template '/no/such/xXXXXXX': No such file or "
-            "directory.",
-            failure.what());
+        return make("/no/such", "x");
+    } catch (const zelvo::ExTraceable& failure) {
+        return failure.what();
     }
-    try {
-        zelvo::RMK_makeTempFileDirectory("/no/such/", "x");
-        ADD_FAILURE();
-    } catch (const zelvo::Exc<&zelvo::CantCreateTempDir>& failure) {
-        EXPECT_STREQ(
-            "Can not create temporary dir with the template '/no/such/xXXXXXX': No such file or "
-            "directory.",
-            failure.what());
+}
+
+// Catches: a temporary file that others can read, or that lies where nobody cleans up.
+TEST_F(Files, TemporaryOnesAreNewPrivateAndWhereTheyBelong) {
+    std::filesystem::create_directories(dir_.path("q/RMK/tmp"));
+    const auto make = [&](const std::string& in, const std::string& start) {
+        const std::string name = zelvo::RMK_getTempFileName(in, "x");
+        EXPECT_EQ(dir_.path(start), name.substr(0, name.size() - 6));
+        EXPECT_EQ(S_IFREG | 0600U, modeOf(name));
+    };
+    make(dir_.path("q"), "q/x");
+    make(dir_.path("q/"), "q/x");
+    make("", "q/RMK/tmp/x");
+    configure("DUMP_TMP_D", dir_.path("q"));
+    make("", "q/x");
+    EXPECT_EQ(S_IFDIR | 0700U, modeOf(zelvo::RMK_makeTempFileDirectory("", "y")));
+    const std::string why = " with the template '/no/such/xXXXXXX': No such file or directory.";
+    EXPECT_EQ("Can not create temporary file" + why, failureOf(zelvo::RMK_getTempFileName));
+    EXPECT_EQ("Can not create temporary dir" + why, failureOf(zelvo::RMK_makeTempFileDirectory));
+}
+
+TEST_F(Files, DirectoriesAreMadeWithEachLevelAlike) {
+    zelvo::make_dir(boost::filesystem::path(dir_.path("x/y//z/")), geteuid(), getegid(), 0710);
+    for (const char* const made : {"x", "x/y", "x/y/z"}) {
+        EXPECT_EQ(S_IFDIR | 0710U, modeOf(dir_.path(made)));
     }
+    // What is in the way stays.
+    const std::string file = dir_.write("file", "kept");
+    zelvo::make_dir(file + "/below", geteuid(), getegid(), 0700);
+    EXPECT_EQ("kept", contentOf(file));
+}
+
+TEST_F(Files, OfInputAreRegularOnes) {
+    std::filesystem::create_symlink(dir_.write("file", ""), dir_.path("link"));
+    EXPECT_TRUE(zelvo::check_input_file(dir_.path("link"), true));
+    EXPECT_FALSE(zelvo::check_input_file(dir_.path(""), false));
+    EXPECT_FALSE(zelvo::check_input_file("", false));
 }
 
 }  // namespace

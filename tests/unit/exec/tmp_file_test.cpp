@@ -1,67 +1,44 @@
 #include "exec/tmp_file.h"
 
-#include <gtest/gtest.h>
-#include <sys/stat.h>
+#include <gmock/gmock.h>
 #include <unistd.h>
 
+#include <filesystem>
 #include <fstream>
-#include <memory>
-#include <sstream>
 
 #include "commons/system_error.h"
 
 using namespace zelvo;
 
-namespace {
-
-std::string contentOf(const std::string& path) {
-    std::ostringstream text;
-    text << std::ifstream(path).rdbuf();
-    return text.str();
-}
-
-}  // namespace
-
-TEST(TmpFile, IsGoneOnlyWithAutoclean) {
-    for (const bool autoclean : {true, false}) {
-        auto file = std::make_unique<RMKTmpFile>(testing::TempDir(), "rmk-", autoclean);
-        const std::string path = file->path();
-        *file << "some " << 42 << std::flush;
-        EXPECT_EQ(contentOf(path), "some 42");
-        *file << " more";
-        struct stat info {};
-        ASSERT_EQ(stat(path.c_str(), &info), 0);
-        EXPECT_EQ(info.st_mode & 07777, 0600U);
-        file.reset();
-        EXPECT_EQ(access(path.c_str(), F_OK) == 0, !autoclean);
-        if (!autoclean) {
-            EXPECT_EQ(contentOf(path), "some 42 more");
-            unlink(path.c_str());
-        }
-    }
-}
-
-TEST(TmpFile, StandsInItsDirectoryWithOneSlash) {
+TEST(TmpFile, IsItsOwnersAndGoneOnlyWithAutoclean) {
     std::string dir = testing::TempDir();
     dir.erase(dir.find_last_not_of('/') + 1);
-    for (const std::string& form : {dir, dir + "/"}) {
-        const RMKTmpFile file(form, "cert.tmp", true);
-        EXPECT_EQ(file.path().substr(0, file.path().size() - 6), dir + "/cert.tmp");
+    for (const bool autoclean : {true, false}) {
+        std::string path;
+        std::string content;
+        {
+            RMKTmpFile file(autoclean ? dir : dir + "/", "rmk-", autoclean);
+            path = file.path();
+            file << "some " << 42 << std::flush;
+            std::getline(std::ifstream(path), content);
+            EXPECT_EQ(content, "some 42");
+            EXPECT_EQ(std::filesystem::status(path).permissions(), std::filesystem::perms(0600));
+            file << " more";
+        }
+        EXPECT_EQ(path.substr(0, path.size() - 6), dir + "/rmk-") << "one slash";
+        content.clear();
+        std::getline(std::ifstream(path), content);
+        EXPECT_EQ(content, autoclean ? "" : "some 42 more");
+        EXPECT_EQ(unlink(path.c_str()), autoclean ? -1 : 0);
     }
 }
 
 TEST(TmpFile, TellsWhatFails) {
-    try {
-        const TmpFile file("/nonexistent/prefix", true);
-        ADD_FAILURE() << "nothing was raised";
-    } catch (const SystemError& failure) {
-        EXPECT_STREQ(failure.what(), "mkstemp() failed: : No such file or directory");
-    }
+    EXPECT_THAT(
+        [] { TmpFile("/nonexistent/prefix", true); },
+        testing::ThrowsMessage<SystemError>("mkstemp() failed: : No such file or directory"));
     testing::internal::CaptureStderr();
-    {
-        const RMKTmpFile file(testing::TempDir(), "rmk-", true);
-        unlink(file.path().c_str());
-    }
+    unlink(RMKTmpFile(testing::TempDir(), "rmk-", true).path().c_str());
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
               "TmpFile autoclean failed: No such file or directory\n");
 }

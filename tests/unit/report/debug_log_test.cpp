@@ -49,8 +49,8 @@ class DebugLogTest : public testing::Test {
     test::Session session_;
 };
 
-// Catches a reference that is not filled, another category or priority, and lines of the front end
-// that show although the configuration hides them.
+// Catches a reference that is not filled or that the characters of the path break, another category
+// or priority, and lines of the front end that show although the configuration hides them.
 TEST_F(DebugLogTest, WritesToTheLogFileOfTheSession) {
     inChild([] {
         const DebugLogLifetimeController controller(false, false);
@@ -99,19 +99,8 @@ TEST_F(DebugLogTest, LogIsPrivateAndTheProcessIsAsBefore) {
         EXPECT_EQ(umask(022), 022U);
     });
     struct stat status {};
-    ASSERT_EQ(stat((session_.dir / "session/migration.log").c_str(), &status), 0);
+    ASSERT_EQ(stat((session_.path / "migration.log").c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 07777, 0600U);
-}
-
-// Catches a path that the configuration's syntax breaks.
-TEST_F(DebugLogTest, PathMayHoldAnyCharacter) {
-    const std::string path = (session_.dir / "a#b=c${HOME}\\ d").string();
-    inChild([&] {
-        const SessionLifetimeController other(path);
-        const DebugLogLifetimeController controller(false, false);
-        theDebugLog->log(std::string("x"));
-    });
-    EXPECT_EQ(test::readFile(path + "/migration.log"), "p.log INFO x\n");
 }
 
 TEST_F(DebugLogTest, ConfigurationMustBeThere) {

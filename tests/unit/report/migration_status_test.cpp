@@ -135,7 +135,7 @@ TEST_F(Status, FailedSavesAreTold) {
     EXPECT_EQ(seen.first, "CantCreateTempFile");
     ASSERT_EQ(debugLog_.lines.size(), 1U);
     EXPECT_TRUE(debugLog_.lines[0].starts_with("CantCreateTempFile: ")) << debugLog_.lines[0];
-    std::filesystem::create_directory(session_.dir / "session");
+    std::filesystem::create_directory(session_.path);
     controller.finish();
     EXPECT_NE(session_.file("migration.result").find("code=\"CantCreateTempFile\""),
               std::string::npos);

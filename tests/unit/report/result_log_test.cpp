@@ -115,13 +115,13 @@ TEST_F(ResultLog, AFailureClosesTheObjectsItLeaves) {
 
 // Catches an old result that a poller takes for that of this run, and a file that others can read.
 TEST_F(ResultLog, FileIsAbsentWhileTheRunIsUnderWay) {
-    test::writeFile(session_.dir / "session/migration.result", "old");
+    test::writeFile(session_.path / "migration.result", "old");
     LogLifetimeController controller;
     EXPECT_FALSE(session_.has("migration.result"));
     controller.finish();
     EXPECT_EQ(theLog, nullptr);
     struct stat status {};
-    ASSERT_EQ(stat((session_.dir / "session/migration.result").c_str(), &status), 0);
+    ASSERT_EQ(stat((session_.path / "migration.result").c_str(), &status), 0);
     EXPECT_EQ(status.st_uid, test::kPanelUser);
     EXPECT_EQ(status.st_mode & 07777, 0600U);
 }

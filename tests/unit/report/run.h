@@ -36,17 +36,17 @@ class MemoryLog : public zelvo::DebugLog {
     std::vector<std::string> lines;
 };
 
-// A session in a directory of its own.
+// A session in a directory of its own, whose name has all that a configuration file, a URI or a
+// shell could take for syntax.
 struct Session {
-    std::string file(const std::string& name) const { return readFile(dir / ("session/" + name)); }
-    bool has(const std::string& name) const {
-        return std::filesystem::exists(dir / ("session/" + name));
-    }
+    std::string file(const std::string& name) const { return readFile(path / name); }
+    bool has(const std::string& name) const { return std::filesystem::exists(path / name); }
     // Makes every save into the session fail.
-    void remove() const { std::filesystem::remove_all(dir / "session"); }
+    void remove() const { std::filesystem::remove_all(path); }
 
     TempDir dir;
-    zelvo::SessionLifetimeController controller{(dir / "session").string()};
+    std::filesystem::path path = dir / "a#b=c${HOME}\\ %41 'd'";
+    zelvo::SessionLifetimeController controller{path.string()};
 };
 
 using Failure = zelvo::Exc<&zelvo::NotSupportedOperation>;

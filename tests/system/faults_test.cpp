@@ -1,0 +1,360 @@
+// What surrounds a restore goes wrong: its utilities, its caller, its disk, its installation.
+
+#include "outline.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <stdexcept>
+#include <thread>
+
+namespace {
+
+using namespace std::chrono_literals;
+using ::testing::EndsWith;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+using Clock = std::chrono::steady_clock;
+
+constexpr char kTwoClients[] =
+    R"(<migration-dump><client name="bob"/><client name="eve"/></migration-dump>)";
+const Lines kFiveCalls{"client --create bob", "client --update bob", "client --create eve",
+                       "client --update eve", "correct_aw_statisti"};
+const Lines kSuccess{"success"};
+const std::string kRun = "; exec \"$0\" \"$@\"";
+
+// ---- utilities ----
+
+struct BadUtility {
+    std::string preparation;  // in the shell
+    std::string faults;
+    std::string told;  // behind "failed with return code "
+    int failures = 1;
+};
+
+// What a child that cannot be started leaves, on both streams.
+std::string notStarted(const std::string& why, const std::string& number) {
+    const std::string text =
+        "forkExecvPipes: execv() failed: " + why + "\n\nSystem error " + number + ": " + why + "\n";
+    return "1.\nStdout is\n" + text + "Stderr is\n" + text;
+}
+
+TEST(Utilities, ThatDoNotDoTheirWorkAreFailedCommands) {
+    const std::string create = "match client --create bob: ";
+    const std::string client = "/opt/qrd/admin/vlib/api-cli/client.php";
+    const std::string megabytes(3'000'000, 'x');
+    const BadUtility rows[] = {
+        {":", create + "stderr half; signal SEGV", "-1.\nStderr is\nhalf\n"},
+        {":", create + "signal KILL", "-1.\n"},
+        {":", create + "print 3000000; exit 3",
+         "3.\nStdout is\n" + megabytes + "\nStderr is\n" + megabytes + "\n"},
+        {"rm " + client, "", notStarted("No such file or directory", "2"), 2},
+        {"rm " + client + "; echo exit 0 >" + client, "", notStarted("Permission denied", "13"), 2},
+    };
+    for (const BadUtility& row : rows) {
+        SCOPED_TRACE(row.preparation + " " + row.faults);
+        Sandbox box;
+        box.writeDump(kTwoClients);
+        box.faults(row.faults);
+        const auto run = deployIn(box, row.preparation + kRun);
+        EXPECT_EQ(run.exitStatus, 0);
+        EXPECT_EQ(run.out + run.err, "");
+        const Outline outline = outlineOf(box.resultText());
+        EXPECT_EQ(outline.status, "success");
+        ASSERT_EQ(std::ssize(outline.told), row.failures);
+        EXPECT_EQ(outline.told[0].where, "client bob");
+        EXPECT_EQ(outline.told[0].codes, "FailedClientDeployment > ExecCmd::Failed");
+        EXPECT_TRUE(outline.told[0].text == "Execution of " + client +
+                                                " --create bob -name bob -notify false -passwd  "
+                                                "-owner admin failed with return code " +
+                                                row.told)
+            << outline.told[0].text.substr(0, 1000);
+        EXPECT_EQ(bareCalls(box).back(), "correct_aw_statistics.pl");
+    }
+}
+
+std::string dumpWithTraffic(const std::string& traffic) {
+    return "<migration-dump><client name=\"bob\"><traffic>" + traffic +
+           "</traffic></client><client name=\"eve\"/></migration-dump>";
+}
+
+TEST(Input, MayBeLeftUnreadOnlyWhenThePipeHoldsItAll) {
+    for (const bool fits : {true, false}) {
+        Sandbox box;
+        box.writeDump(dumpWithTraffic(std::string(fits ? 1'000 : 1'000'000, '7')));
+        box.faults("match traffic --add-batch-user bob: ignore-stdin");
+        const auto run = box.run(deployment());
+        EXPECT_EQ(run.exitStatus, fits ? 0 : 1);
+        EXPECT_EQ(run.err,
+                  fits ? "" : "Uncaught std::exception: writeToString failed: Broken pipe\n");
+        EXPECT_EQ(outcomeOf(box), Lines({fits ? "success" : "error"}));
+        EXPECT_EQ(bareCalls(box).size(), fits ? 6U : 3U);
+        EXPECT_THAT(box.logText(), EndsWith(fits ? "finished. Exit code: 0\n"
+                                                 : "finished.  (exit code is not reported)\n"));
+    }
+}
+
+TEST(Utilities, WhoseChildrenHoldThePipesAreWaitedFor) {
+    Sandbox box;
+    box.writeDump(kTwoClients);
+    box.faults("match client --create bob: background 400");
+    const auto start = Clock::now();
+    box.succeeds(deployment());
+    EXPECT_GE(Clock::now() - start, 400ms);
+    EXPECT_EQ(outcomeOf(box), kSuccess);
+}
+
+// ---- signals ----
+
+struct Termination {
+    const char* faults;
+    int signals;
+    bool gate = false;
+};
+
+// The answer is the same for the three, wherever they come.
+TEST(Termination, IsNotedOnceASignalAndBreaksNoCommand) {
+    const Termination rows[] = {
+        {"call 1: signal-parent INT; sleep 30", 1},
+        {"call 2: signal-parent TERM; sleep 30", 1},
+        {"call 3: signal-parent HUP; sleep 30", 1},
+        {"call 5: signal-parent TERM; sleep 30", 1},
+        {"call 5: after; signal-parent TERM", 1},
+        {"call 2: signal-parent TERM; sleep 60; signal-parent INT; sleep 60", 2},
+        {"call 2: signal-parent HUP; sleep 30\ncall 4: signal-parent HUP; sleep 30", 2},
+        {"call 2: signal-parent TERM; sleep 30", 1, true},
+    };
+    for (const Termination& row : rows) {
+        SCOPED_TRACE(row.faults);
+        Sandbox box;
+        box.withGate(row.gate);
+        box.writeDump(kTwoClients);
+        box.faults(row.faults);
+        box.succeeds(deployment());
+        EXPECT_EQ(bareCalls(box, 19), kFiveCalls);
+        EXPECT_EQ(outcomeOf(box), kSuccess);
+        EXPECT_EQ(countOf(box.logText(), " p.log: Deployer | Terminated\n"), row.signals);
+        EXPECT_THAT(box.logText(), EndsWith("deployer finished. Exit code: 0\n"));
+    }
+}
+
+// The process id of the deployer, once it runs.
+pid_t deployerPid(const Sandbox& box) {
+    for (int tries = 0; tries < 10'000; ++tries) {
+        const std::string pid = box.readFile("signal-pid");
+        if (!pid.empty()) return std::stoi(pid);
+        std::this_thread::sleep_for(1ms);
+    }
+    throw std::runtime_error("the deployer does not start");
+}
+
+// Nothing of the restore follows any more: the result is being saved, which takes a while since it
+// is large. The moment cannot be forced, so it is tried for.
+TEST(Termination, BehindTheLastObjectIsNotedToo) {
+    for (int tries = 0; tries < 40; ++tries) {
+        Sandbox box;
+        box.withoutModel();
+        box.writeDump(kTwoClients);
+        box.faults("call 1: print 8000000; exit 1");
+        Process run = box.startDeployer(deployment());
+        const pid_t pid = deployerPid(box);
+        const std::filesystem::path log = box.sessionDir() + "/migration.log";
+        std::error_code ignored;
+        while (kill(pid, 0) == 0 && !(std::filesystem::exists(log) &&
+                                      std::filesystem::file_size(log, ignored) > 16'000'000 &&
+                                      box.logText().ends_with("Migration finished\n"))) {
+            std::this_thread::sleep_for(1ms);
+        }
+        kill(pid, SIGTERM);
+        const ProcessResult result = run.wait();
+        const std::string text = box.logText();
+        const int noted = countOf(text, "Deployer | Terminated\n");
+        ASSERT_LE(noted, 1);
+        if (result.exitStatus != 0 || noted == 0) continue;
+        EXPECT_GT(text.find("Deployer | Terminated\n"), text.find("Migration finished\n"));
+        EXPECT_EQ(outlineOf(box.resultText()).status, "success");
+        return;
+    }
+    FAIL() << "no signal was noted behind the last object";
+}
+
+// A poller that finds a result may rely on it, a status is always one that was meant, and of the
+// files that were being written one at the most is left.
+void expectNothingHalfDone(const Sandbox& box, const std::string& old) {
+    static const std::regex known(R"(archives|restore\.xml|migration\.(log|status|result))");
+    static const std::regex temporary(R"(migration\.(status|result)\w{6})");
+    EXPECT_TRUE(box.statusText().empty() || isWhole(box.statusText())) << box.statusText();
+    const std::string result = box.resultText();
+    if (!box.journal().empty() || result != old) {
+        EXPECT_TRUE(result.empty() || (isWhole(result) && result != old)) << result;
+    }
+    int leftOver = 0;
+    for (const auto& file : std::filesystem::directory_iterator(box.sessionDir())) {
+        const std::string name = file.path().filename();
+        if (std::regex_match(name, known)) continue;
+        EXPECT_TRUE(std::regex_match(name, temporary)) << name;
+        EXPECT_EQ(++leftOver, 1);
+    }
+}
+
+TEST(Killing, AtAnyMomentLeavesNothingHalfDone) {
+    const std::string old = "<execution-result status=\"error\"> </execution-result>\n";
+    for (int moment = -5; moment < 40; ++moment) {
+        SCOPED_TRACE(moment);
+        Sandbox box;
+        box.withoutModel();
+        box.writeDump(kTwoClients);
+        box.writeFile("session/migration.result", old);
+        if (moment < 0) box.faults("call " + std::to_string(-moment) + ": signal-parent KILL");
+        Process run = box.startDeployer(deployment());
+        if (moment >= 0) {
+            const pid_t pid = deployerPid(box);
+            std::this_thread::sleep_for(moment * 700us);
+            kill(pid, SIGKILL);
+            run.wait();
+        } else {
+            EXPECT_EQ(run.wait().signal, SIGKILL);
+            EXPECT_EQ(box.resultText(), "");
+            EXPECT_NE(box.statusText(), "");
+        }
+        expectNothingHalfDone(box, old);
+    }
+}
+
+TEST(Streams, ThatNobodyReadsOrThatAreClosedCostNothing) {
+    for (const char* script : {"{ \"$0\" \"$@\" --debug; echo $? >$S/rc; } 2>&1 | sleep 0",
+                               "\"$0\" \"$@\" <&- >&- 2>&-; echo $? >$S/rc"}) {
+        SCOPED_TRACE(script);
+        Sandbox box;
+        box.writeDump(kTwoClients);
+        deployIn(box, script);
+        EXPECT_EQ(box.readFile("session/rc"), "0\n");
+        EXPECT_EQ(outcomeOf(box), kSuccess);
+        EXPECT_EQ(bareCalls(box, 19), kFiveCalls);
+    }
+}
+
+// ---- disks ----
+
+// The session on a disk of its own with little room, and how to use that up.
+const std::string kSmallDisk =
+    "mkdir $S/../away && mv $S/* $S/../away && mount -t tmpfs -o size=64k tmpfs $S && "
+    "mv $S/../away/* $S; ";
+const std::string kFill = "dd if=/dev/zero of=$S/fill bs=1k 2>/dev/null; ";
+const std::string kRunAndShow = "\"$0\" \"$@\"; echo $? $(ls $S) .; cat $S/migration.status";
+
+TEST(Disk, ThatIsFullFromTheStartStopsTheRunBeforeTheFirstCommand) {
+    Sandbox box;
+    box.writeDump(kTwoClients);
+    const auto run = deployIn(box, kSmallDisk + kFill + kRunAndShow);
+    EXPECT_THAT(run.err, HasSubstr("Uncaught ExTraceableException: tError_SaveFile: Can not save "
+                                   "the XML document to file '" +
+                                   Sandbox::sessionPath() + "/migration.result"));
+    EXPECT_THAT(run.out, StartsWith("1 archives fill migration.log "));
+    EXPECT_EQ(countOf(run.out, "migration.status ") + countOf(run.out, "migration.result "), 0);
+    EXPECT_TRUE(box.journal().empty());
+}
+
+TEST(Disk, ThatFillsUpOnTheWayLeavesAWholeStatusAndNoResult) {
+    Sandbox box;
+    box.writeDump(dumpWithTraffic("1 2"));
+    const auto run = deployIn(
+        box, kSmallDisk +
+                 "T=/opt/qrd/admin/vlib/api-cli/traffic.php; rm $T; echo '#!/bin/sh\nS='$S'; " +
+                 kFill + "exit 0' >$T; chmod +x $T; " + kRunAndShow);
+    EXPECT_THAT(run.err, HasSubstr("Uncaught ExTraceableException: tError_SaveFile"));
+    EXPECT_THAT(run.out, StartsWith("1 "));
+    EXPECT_EQ(countOf(run.out, "migration.result "), 0);
+    const std::string status = run.out.substr(std::min(run.out.find("<?xml"), run.out.size()));
+    EXPECT_TRUE(isWhole(status)) << run.out;
+    EXPECT_THAT(status, HasSubstr(">bob</current-object>"));
+    EXPECT_EQ(bareCalls(box).back(), "correct_aw_statistics.pl");
+}
+
+TEST(Disk, ThatIsReadOnlyStopsTheRunAndKeepsWhatIsThere) {
+    Sandbox box;
+    box.writeDump(kTwoClients);
+    box.writeFile("session/migration.result", "old");
+    const auto run = deployIn(box, "mount --bind $S $S; mount -o remount,ro,bind $S" + kRun);
+    EXPECT_EQ(run.exitStatus, 1);
+    EXPECT_THAT(run.err, StartsWith("Uncaught ExTraceableException: CantCreateTempFile: Can not "
+                                    "create temporary file with the template '" +
+                                    Sandbox::sessionPath() +
+                                    "/migration.resultXXXXXX': Read-only file system."));
+    EXPECT_EQ(box.resultText(), "old");
+    EXPECT_TRUE(box.journal().empty());
+}
+
+// ---- the installation ----
+
+TEST(Installation, WithoutTheSchemaRestoresNothingUnlessItIsSkipped) {
+    Sandbox box;
+    box.writeDump(kTwoClients);
+    const std::string script = "rm -f /opt/qrd/RMK/restore-specification.xsd" + kRun;
+    const auto run = deployIn(box, script);
+    EXPECT_EQ(run.exitStatus, 0);
+    EXPECT_EQ(run.out + run.err, "");
+    EXPECT_EQ(outcomeOf(box), Lines({"error", ": tError_XmlInternal"}));
+    EXPECT_THAT(box.resultText(),
+                HasSubstr("<text>Can not allocate memory for xmlSchemaParse</text>"));
+    EXPECT_TRUE(box.journal().empty());
+    EXPECT_THAT(box.statusText(), EndsWith("<migration-status><idle/></migration-status>\n"));
+    EXPECT_EQ(deployIn(box, script, {"--skip-xsd"}).exitStatus, 0);
+    EXPECT_EQ(bareCalls(box, 19), kFiveCalls);
+}
+
+TEST(Installation, WithoutTheLogConfigurationTouchesNothing) {
+    Sandbox box;
+    box.writeDump(kTwoClients);
+    box.writeFile("session/migration.result", "old");
+    const auto run = deployIn(box, "rm /opt/qrd/RMK/log4cpp.properties" + kRun);
+    EXPECT_EQ(run.exitStatus, 1);
+    EXPECT_THAT(run.err, StartsWith("Uncaught std::exception: "));
+    EXPECT_EQ(box.resultText(), "old");
+    EXPECT_FALSE(box.hasFile("session/migration.status"));
+    EXPECT_TRUE(box.journal().empty());
+}
+
+TEST(Installation, WithoutThePanelsUserRestoresNothing) {
+    Sandbox box;
+    box.writeDump(kTwoClients);
+    const auto newSession = deployIn(box, "sed -i /qrdadm/d /etc/passwd" + kRun);
+    EXPECT_EQ(newSession.exitStatus, 1);
+    EXPECT_THAT(newSession.out, StartsWith("Unable to find uid for user qrdadm"));
+    EXPECT_EQ(newSession.out, newSession.err);
+    const auto oldSession = deployIn(box, "sed -i /qrdadm/d /etc/passwd; mkdir $S/archives" + kRun);
+    EXPECT_EQ(oldSession.exitStatus, 1);
+    EXPECT_THAT(oldSession.err, StartsWith("Uncaught ExTraceableException: CantTakeFileOwnership: "
+                                           "Cannot take ownership of "));
+    EXPECT_EQ(box.resultText() + box.statusText(), "");
+    EXPECT_TRUE(box.journal().empty());
+}
+
+// ---- size ----
+
+std::chrono::duration<double> timeToWalk(int domains) {
+    std::string dump = "<migration-dump><admin><domains>";
+    for (int i = 0; i < domains; ++i) {
+        dump += "<domain name=\"d" + std::to_string(i) + "\" deployer-action=\"auxiliary\"/>";
+    }
+    Sandbox box;
+    box.withoutModel();
+    box.writeDump(dump + "</domains></admin></migration-dump>");
+    const auto start = Clock::now();
+    box.succeeds(deployment());
+    const auto time = Clock::now() - start;
+    EXPECT_EQ(attributeOf(box.statusText(), "completed-domains"), std::to_string(domains));
+    EXPECT_EQ(outcomeOf(box), kSuccess);
+    return time;
+}
+
+// A restore that walked all siblings for each domain would need a hundred times the time.
+TEST(Size, OfTenTimesTheDomainsTakesNotMuchMoreThanTenTimesAsLong) {
+    const auto few = timeToWalk(2'000);
+    const auto many = timeToWalk(20'000);
+    EXPECT_LT(many / few, 30) << few.count() << " s, " << many.count() << " s";
+}
+
+}  // namespace

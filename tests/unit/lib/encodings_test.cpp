@@ -1,0 +1,63 @@
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "lib/base64.h"
+#include "lib/idn.h"
+#include "lib/shell_quote.h"
+
+namespace {
+
+using namespace zelvo::idn;
+using zelvo::sh_quote;
+
+// Catches: a line break that costs data, a byte made of left-over bits.
+TEST(Base64, GivesAllWholeBytesAndNamesWhatItSkips) {
+    const std::string rows[][3] = {
+        {"Zg==Zg==", "f", ""},
+        {"Zm8", "fo", ""},
+        {"+/+/", "\xFB\xFF\xBF", ""},
+        {"AAAA", std::string(3, '\0'), ""},
+        {"Zm9v\nYmFy", "foobar", "Bad base64 symbol: \n"},
+        {"Z-m9\xFFv", "foo", "Bad base64 symbol: -Bad base64 symbol: \xFF"}};
+    for (const auto& [text, bytes, complaint] : rows) {
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(bytes, zelvo::base64_decode(text));
+        EXPECT_EQ(complaint, testing::internal::GetCapturedStderr());
+    }
+}
+
+std::string refusal(std::string (*convert)(const std::string&), const std::string& name) {
+    try {
+        return convert(name);
+    } catch (const IdnaError& failure) {
+        return std::to_string(failure.code()) + " " + failure.what();
+    }
+}
+
+// The tests run in the C locale, on which nothing may depend.
+TEST(Idn, ConvertsBothWaysOrRefuses) {
+    EXPECT_EQ("xn--bcher-kva.example", toAscii("B\u00DCCHER.Example"));
+    EXPECT_EQ("b\u00FCcher.example", toUtf8("xn--bcher-kva.example"));
+    EXPECT_EQ("xn--r8jz45g.jp", toAscii("\u4F8B\u3048.jp"));
+    EXPECT_EQ("_dmarc.example.com", toAscii("_dmarc.Example.COM"));
+    EXPECT_EQ("5 Invalid length", refusal(toAscii, "a..b"));
+    EXPECT_EQ("8 ACE prefix found", refusal(toAscii, "xn--\u00E9"));
+    EXPECT_EQ("9 Iconv error", refusal(toAscii, "b\xFC"));
+    EXPECT_EQ("9 Iconv error", refusal(toUtf8, "b\xFC"));
+    EXPECT_STREQ("Unknown error", idn_strerror(10));
+}
+
+// Catches: an argument that a shell would read as more than itself.
+TEST(ShellQuote, QuotesAndRefusesTheBytesThatAShellReads) {
+    const std::string plain = "--x=/a-b_c.d:{}!%,^@\xC3\xBC";
+    EXPECT_EQ(plain, sh_quote(plain));
+    EXPECT_EQ("a'\n'\\ b", sh_quote("a\n b"));
+    EXPECT_EQ("\\\"\\#\\$\\&\\'\\(\\)\\*\\;\\<\\>\\?\\[\\\\\\`\\|\\~\\\t",
+              sh_quote("\"#$&'()*;<>?[\\`|~\t"));
+    EXPECT_EQ(1, check_shell_arg_nothrow(nullptr));
+    EXPECT_NO_THROW(zelvo::check_shell_arg(plain));
+    EXPECT_THROW(zelvo::check_shell_arg("a\n"), std::runtime_error);
+}
+
+}  // namespace

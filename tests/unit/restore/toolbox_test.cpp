@@ -1,0 +1,111 @@
+// The pieces of the deployers that have many cases in little code.
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <cctype>
+
+#include "../exec/recording_log.h"
+#include "report/error_functions.h"
+#include "restore/deploy_doc_ability.h"
+#include "restore/list_operator.h"
+#include "restore/parent_lookup.h"
+#include "restore/passwd.h"
+#include "xml/xml_document.h"
+
+using namespace zelvo;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pair;
+
+namespace {
+
+// Catches: a white list entry that lets through more or less than its owner wrote.
+TEST(AddressPattern, IsWhatTheSpamFilterWants) {
+    const std::pair<const char*, const char*> kRows[] = {{"bob@example.com", "bob@example.com"},
+                                                         {"*@a*b", "*@a*b"},
+                                                         {"plain", "plain"},
+                                                         {"*", "*@*"},
+                                                         {"***", "*@*"},
+                                                         {"a*b", "a@b"},
+                                                         {"a?b", "a@b"},
+                                                         {"a*b?c", "a*b@c"},
+                                                         {"**example", "*example@*"},
+                                                         {"bob*", "*@bob*"},
+                                                         {"bob?", "*@bob?"},
+                                                         {"?bob", "?bob@*"},
+                                                         {"", ""}};
+    for (const auto& [entry, pattern] : kRows) {
+        RecordingLog log;
+        EXPECT_EQ(toAddressPattern(entry), pattern);
+        if (std::string(entry) == pattern) {
+            EXPECT_THAT(log.lines, IsEmpty());
+        } else {
+            EXPECT_THAT(log.lines, ElementsAre("Convert template '" + std::string(entry) +
+                                               "' to '" + pattern + "'"));
+        }
+    }
+}
+
+TEST(ListOperator, TakesTheNodesOfItsActionWord) {
+    tXmlRmkDocument dump(
+        std::string("<list><i>a</i><i deployer-action='create'>b</i>"
+                    "<i deployer-action='delete'>c</i><i/><i>d</i></list>"));
+    dump.initFileDoc("list");
+    tDeployDocAbility::doc_ = dump.doc();
+    const std::pair<const char*, const char*> kRows[] = {
+        {"", "a,b,d"}, {"create", "a,b,d"}, {"delete", "c"}, {"update", ""}};
+    for (const auto& [word, expected] : kRows) {
+        std::string list;
+        foreach_xmlnode(tXPathExpr(dump.doc(), "i", dump.root()),
+                        tPeriodSeparatedListOperator(list, word), deploy_error_func);
+        EXPECT_EQ(list, expected) << word;
+    }
+}
+
+TEST(KeyValueLines, AreCutAtTheirFirstEqualsSign) {
+    EXPECT_THAT(parseKeyValueLines("name=old\r\nno key\nid=a=b\nname=bob"),
+                ElementsAre(Pair("id", "a=b"), Pair("name", "bob")));
+}
+
+// Catches: a handler that the panel does not know, options that reach only one of the two places.
+TEST(ScriptingOptions, GoToTheCommandAndToTheList) {
+    RecordingLog log;
+    tXmlRmkDocument dump(std::string(
+        "<scripting fp='true' php_handler_type='isapi' php='true' unknown='x' ssi_html='false'/>"));
+    dump.initFileDoc("scripting");
+    ExecCmd cmd("site");
+    tDeployDocAbility::NamedValues list;
+    tDeployDocAbility().getScriptingOpts(XmlNode(dump.doc(), dump.root()), false, cmd, list);
+    EXPECT_THAT(list, ElementsAre(Pair("php_handler_type", "module"), Pair("ssi_html", "false"),
+                                  Pair("php", "true"), Pair("fp", "true")));
+    EXPECT_EQ(cmd.getString(), "site -php_handler_type module -ssi_html false -php true -fp true");
+}
+
+TEST(StrongPassword, HoldsEveryKindOfCharacter) {
+    EXPECT_EQ(randomStrongPassword(0), "");
+    EXPECT_EQ(randomStrongPassword(-1), "");
+    const std::string password = randomStrongPassword(16);
+    EXPECT_EQ(password.size(), 16U);
+    const auto count = [&password](int (*kind)(int)) {
+        return std::count_if(password.begin(), password.end(), kind);
+    };
+    EXPECT_EQ(count(isdigit), 6);
+    EXPECT_EQ(count(isupper), 5);
+    EXPECT_EQ(count(islower), 5);
+}
+
+TEST(EncryptedPassword, KeepsItsTypeWhenItIsReplaced) {
+    RecordingLog log;
+    passwd password;
+    password.type = passwd::ENCRYPTED;
+    password.value = "$1$hash";
+    const passwd replaced = ensureNoEncryptedPassword(password, "Frontpage user bob");
+    EXPECT_EQ(replaced.type, passwd::ENCRYPTED);
+    EXPECT_EQ(replaced.value.size(), 7U);
+    EXPECT_THAT(log.lines,
+                ElementsAre("No encrypted passwords are allowed for Frontpage user bob. New "
+                            "password will be generated and sent by mail to the respective user."));
+}
+
+}  // namespace
