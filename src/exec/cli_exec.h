@@ -43,8 +43,7 @@ class CliExec : public tLogExecCmd {
 
     // Runs the command; does nothing at all, with 0 as result, when options were expected and none
     // came. Returns retCode. Raises Failed as in direct execution; through the gate also the errors
-    // above and, for an answer that is none of its documents, those of getCliGateResponse and
-    // boost::bad_lexical_cast (a return code that is no number).
+    // above and, for an answer that is none of its documents, those of getCliGateResponse.
     int exec() override;
     // The same. Returns 0, or retCode for a command that failed, or 255 for a failure of the gate,
     // which is logged. A failed run of a child ends the process.

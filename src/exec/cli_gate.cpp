@@ -146,8 +146,8 @@ void CliExec::makePostRequest(const std::string& body) {
     }
 }
 
-// The code that the utility returned. An answer without a number is a failure of the gate, and so of
-// this one command.
+// The code that the utility returned. An answer without a number is a failure of the gate, and so
+// of this one command.
 std::int32_t CliExec::returnCode(const CliGateResponse& answer) {
     try {
         return boost::numeric_cast<std::int32_t>(answer.getReturn());
@@ -192,7 +192,8 @@ std::size_t CliExec::headerWriter(char* data, std::size_t size, std::size_t coun
     if (boost::regex_match(line, line + size * count, match, statusLine)) {
         // A number that is too large leaves the status as it was: none of those that count.
         std::from_chars(match[1].first, match[1].second, status);
-        theDebugLog->log("HTTP status code is: " + std::to_string(status));  // NOLINT(bugprone-exception-escape)
+        theDebugLog->log("HTTP status code is: " +
+                         std::to_string(status));  // NOLINT(bugprone-exception-escape)
     }
     return size * count;
 }

@@ -245,7 +245,7 @@ std::string tDomainDeployer::deployHostingOnAddress(const XmlNode& node) const {
 
 void tDomainDeployer::deployExtras(const XmlNode& node, const std::string& address) const {
     node.foreach (
-        "properties/dns-zone", 
+        "properties/dns-zone",
         [this](const XmlNode& zone) {
             deployDnsZone(zone, templateInForce() && getDomainTemplateWebmailStatus());
         },

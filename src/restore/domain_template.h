@@ -22,8 +22,8 @@ class XmlDomainTemplate {
 };
 
 // Both ask the panel anew for the template of that name. They raise the failures of reading its
-// answer (tError_ParseFile, tError_WrongDoc, AssertionFailed for an empty one) and ExecCmd::Failed when
-// there is no answer but an error.
+// answer (tError_ParseFile, tError_WrongDoc, AssertionFailed for an empty one) and ExecCmd::Failed
+// when there is no answer but an error.
 bool domainTemplateHasHosting(const std::string& templateName);
 bool domainTemplateWebmailStatus(const std::string& templateName);
 
