@@ -68,6 +68,8 @@ void action_deploy_dump(bool notify, const std::string& domainTemplate,
     tDeployDocAbility::backupUserType = backupUserType;
     tDeployDocAbility::suspend = suspend;
     restorer();
+    // The record's end saves it too, but cannot tell the caller when that fails.
+    status->saveFile();
 }
 
 }  // namespace zelvo

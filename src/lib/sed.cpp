@@ -79,9 +79,9 @@ int rewrite(char* const argv[], const char* file) {
                  strerror(errno));
         return -1;
     }
-    // The message shall not speak of an error that came before.
-    errno = 0;
     if (fork_execv_fd(argv[0], argv, source.get(), target.get()) != 0) {
+        // The message shall not speak of an error that came before.
+        errno = 0;
         messlog2(0, 0, "Error during sed working\n");
         unlink(temporary.c_str());
         return -1;

@@ -12,9 +12,10 @@ namespace zelvo {
 // a stylesheet names by a network URL. Called by all that reads.
 void refuseNetwork();
 
-// Parses a file; "-" is standard input. Gives null for what is not well-formed, or goes beyond
-// libxml2's limits of depth and expansion; what libxml2 says of it goes to its generic error
-// function. The caller owns the document.
+// Parses a file; "-" is standard input. Entities of the document itself are expanded. Gives null
+// for what is not well-formed, refers to an entity in another file, or goes beyond libxml2's limits
+// of depth and expansion; what is wrong with it goes to libxml2's generic error function. The
+// caller owns the document.
 xmlDoc* parseXmlFile(const char* fileName);
 
 // The same for a text in memory. A text of 2 GB or more gives null.

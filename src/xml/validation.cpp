@@ -71,13 +71,24 @@ void tDtdValidator::validateXml(tXmlDocument& document, const std::string& dtdFi
     }
 }
 
+namespace {
+
+// Null for a file that is missing or no schema. What libxml2 says of that would go to standard
+// error, where it would be taken for a failure of the utility.
+SchemaPtr readSchema(xmlSchemaParserCtxt* parser) {
+    const ErrorCollector unused;
+    return SchemaPtr(xmlSchemaParse(parser));
+}
+
+}  // namespace
+
 void validateSchema(tXmlDocument& document, const std::string& xsdFile) {
     refuseNetwork();
     const SchemaParserPtr parser(xmlSchemaNewParserCtxt(xsdFile.c_str()));
     if (!parser) {
         throw EXC(tError_XmlInternal) % "Can not allocate memory for xmlSchemaNewParserCtxt";
     }
-    const SchemaPtr schema(xmlSchemaParse(parser.get()));
+    const SchemaPtr schema = readSchema(parser.get());
     if (!schema) {
         throw EXC(tError_XmlInternal) % "Can not allocate memory for xmlSchemaParse";
     }

@@ -68,6 +68,8 @@ void tXmlDocument::saveToFile(const char* fileName) {
     if (*fileName == 0) {
         throw EXC(AssertionFailed) % "*filename != 0";
     }
+    // What libxml2 says of a full disk is in the failure's cause and not for standard error.
+    const ErrorCollector unused;
     if (xmlSaveFile(outputName(fileName).c_str(), doc()) < 0) {
         throw EXC(tError_SaveFile) % fileName;
     }

@@ -39,8 +39,7 @@ std::string refusal(std::string (*convert)(const std::string&), const std::strin
 TEST(Idn, ConvertsBothWaysOrRefuses) {
     EXPECT_EQ("xn--bcher-kva.example", toAscii("B\u00DCCHER.Example"));
     EXPECT_EQ("b\u00FCcher.example", toUtf8("xn--bcher-kva.example"));
-    EXPECT_EQ("xn--r8jz45g.jp", toAscii("\u4F8B\u3048.jp"));
-    EXPECT_EQ("_dmarc.example.com", toAscii("_dmarc.Example.COM"));
+    EXPECT_EQ("_az.example.com", toAscii("_AZ.Example.COM"));
     EXPECT_EQ("5 Invalid length", refusal(toAscii, "a..b"));
     EXPECT_EQ("8 ACE prefix found", refusal(toAscii, "xn--\u00E9"));
     EXPECT_EQ("9 Iconv error", refusal(toAscii, "b\xFC"));
