@@ -1,145 +1,174 @@
-#include "xml/xml_document.h"
+#include <libxml/xpath.h>
+#include <sys/stat.h>
 
-#include <gtest/gtest.h>
-#include <libxml/tree.h>
-#include <unistd.h>
+#include <algorithm>
+#include <atomic>
+#include <thread>
+#include <vector>
 
-#include <sstream>
-
-#include "fault.h"
 #include "panel_box.h"
+#include "xml/stylesheet.h"
+#include "xml/validation.h"
 #include "xml/xml_node.h"
+#include "xml/xml_text.h"
 
 namespace zelvo {
 namespace {
 
-using test::Fault;
+using namespace std::string_literals;
 using test::faultOf;
+using Document = tXmlRmkDocument;
 
-std::string saved(tXmlDocument& document) {
-    std::ostringstream stream;
-    document.saveToStream(stream);
-    return stream.str();
-}
+const TempDir dir;
 
-// Catches an input test that is left out, or that speaks of another name.
-TEST(XmlDocument, WantsARegularFile) {
-    const test::TempDir dir;
-    for (const std::string& name : {(dir / "none").string(), dir.path().string()}) {
-        EXPECT_EQ(faultOf([&] { tXmlDocument document(name.c_str()); }),
-                  Fault("tError_WrongInputFile",
-                        "The XML file does not exist or is not a regular file. Check the file '" +
-                            name + "'"));
-    }
-    const Fault null("AssertionFailed", "Assertion failed: filename != NULL");
-    const Fault empty("AssertionFailed", "Assertion failed: *filename != 0");
-    tXmlDocument document;
-    EXPECT_EQ(faultOf([&] { document.readFromFile(nullptr); }), null);
-    EXPECT_EQ(faultOf([&] { document.readFromFile(""); }), empty);
-    EXPECT_EQ(faultOf([&] { document.saveToFile(static_cast<const char*>(nullptr)); }), null);
-    EXPECT_EQ(faultOf([&] { document.saveToFile(std::string()); }), empty);
-    EXPECT_EQ(faultOf([] { tXmlDocument{std::string()}; }),
-              Fault("AssertionFailed", "Assertion failed: content.size()"));
-    EXPECT_EQ(faultOf([&] { document.saveToBuffer(nullptr); }),
-              Fault("AssertionFailed", "Assertion failed: buffer != 0"));
-}
+// Catches a check that is left out, swapped names, and an error text of another length.
+const std::pair<const char*, void (*)(Document&)> kRefusals[] = {
+    {"tError_ParseFile: The XML file - was not parsed successfully with the following errors:\n"
+     "Entity: line 2:parsererror :Opening and ending tag mismatch: b line 2 and a<b></a>       ^"
+     "Entity: line 2:parsererror :Premature end of data in tag a line 1<b></a>       ^",
+     [](Document&) { Document("<a>\n<b></a>"s); }},
+    {"tError_WrongDoc: The document has the wrong type, root node is <r>, but <x> was expected",
+     [](Document& read) { read.initFileDoc("x"); }},
+    {"tError_WrongContent: Can not find 'z' element in 'r' element.",
+     [](Document& read) { read.getRootNodeChild("z"); }},
+};
 
-// Catches a file test that is applied to standard input.
-TEST(XmlDocument, ReadsStandardInput) {
-    const test::TempDir dir;
-    test::writeFile(dir / "in", "<a>from stdin</a>");
-    const int before = dup(STDIN_FILENO);
-    ASSERT_NE(freopen((dir / "in").c_str(), "r", stdin), nullptr);
-    const tXmlDocument document("-");
-    EXPECT_EQ(XmlNode(document.doc(), nullptr).str("/a"), "from stdin");
-    dup2(before, STDIN_FILENO);
-    close(before);
-}
-
-// Catches swapped arguments, which the template takes in the reverse order.
-TEST(XmlDocument, NamesTheExpectedAndTheFoundRoot) {
-    tXmlRmkDocument document(std::string("<found/>"));
-    EXPECT_EQ(faultOf([&] { document.initFileDoc("expected"); }),
-              Fault("tError_WrongDoc",
-                    "The document has the wrong type, root node is <found>, but <expected> was "
-                    "expected"));
-    tXmlRmkDocument empty;
-    EXPECT_EQ(
-        faultOf([&] { empty.initFileDoc("expected"); }),
-        Fault("tError_EmptyDoc", "The document is empty. Can not find root element <expected>"));
-}
-
-// Catches texts of the readers, and an empty attribute that is taken for a missing one.
-TEST(XmlDocument, ReadsChildrenAttributesAndText) {
-    tXmlRmkDocument document(
-        std::string("<!DOCTYPE r [<!ENTITY e 'wide'>]>"
-                    "<r><x set='' n='1'>a &e; world</x><y/><x>2</x></r>"));
-    document.initFileDoc("r");
-    xmlNode* x = document.getRootNodeChild("x");
-    EXPECT_EQ(document.getNodeText(x), "a wide world");
-    EXPECT_EQ(document.getAttribute(x, "set"), "");
-    EXPECT_EQ(document.getAttribute(x, "n"), "1");
-    EXPECT_EQ(faultOf([&] { document.getAttribute(x, "none"); }),
-              Fault("NoSuchAttribute", "Node x does not have attribute none"));
-    EXPECT_EQ(faultOf([&] { document.getRootNodeChild("z"); }),
-              Fault("tError_WrongContent", "Can not find 'z' element in 'r' element."));
-    EXPECT_THROW(document.getNodeText(document.getRootNodeChild("y")), std::logic_error);
-}
-
-// Catches markup that becomes structure, and a document that nobody can read back.
-TEST(XmlDocument, WritesForeignTextSafely) {
-    tXmlRmkDocument document;
-    document.initNewDoc("r");
-    xmlNode* child = document.newTextChild(document.root(), "t", "<b>&amp; \x1B[1m\xE9 \xC3\xA9");
-    document.addAttribute(child, "a", "\"<&\n\x02");
-    document.addAttribute(child, "a",
-                          std::string("1\0"
-                                      "2",
-                                      3));
-    EXPECT_EQ(document.newTextChild(nullptr, "pid", "1"), nullptr);
-    document.newChild(document.root(), "empty");
-    const std::string text = saved(document);
-    EXPECT_EQ(
-        text,
-        "<?xml version=\"1.0\"?>\n"
-        "<r><t a=\"1&#xFFFD;2\">&lt;b&gt;&amp;amp; &#xFFFD;[1m&#xE9; &#xE9;</t><empty/></r>\n");
-    EXPECT_NO_THROW(tXmlDocument{text});
-}
-
-// Catches a save that does not follow the encoding of what was read.
-TEST(XmlDocument, KeepsTheEncodingOfTheInput) {
-    const std::string text = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n<a>\xE9</a>\n";
-    tXmlDocument document{text};
-    const test::TempDir dir;
-    document.saveToFile((dir / "out").string());
-    EXPECT_EQ(test::readFile(dir / "out"), text);
-    EXPECT_EQ(saved(document), text);
-}
-
-// Catches a name that libxml2 takes for a URI and decodes.
-TEST(XmlDocument, SavesUnderExactlyTheGivenName) {
-    const test::TempDir dir;
-    tXmlRmkDocument document;
-    document.initNewDoc("r");
-    for (const char* name : {"50%41", "a b%41", "per%", "http:x", "caf\xC3\xA9%20"}) {
-        document.saveToFile((dir / name).string());
-        EXPECT_EQ(test::namesIn(dir.path()), std::set<std::string>{name});
-        std::filesystem::remove(dir / name);
+TEST(XmlDocument, ReadersRefuseWhatIsNotThere) {
+    for (const auto& [fault, call] : kRefusals) {
+        Document read("<r/>"s);
+        read.initFileDoc("r");
+        EXPECT_EQ(faultOf([&, call = call] { call(read); }), fault);
     }
 }
 
-// Catches a write error that is lost: at the end of a small document and amid a big one.
-TEST(XmlDocument, NoticesAFullDisk) {
-    tXmlRmkDocument document;
-    document.initNewDoc("r");
-    const Fault full("tError_SaveFile", "Can not save the XML document to file '/dev/full'");
-    EXPECT_EQ(faultOf([&] { document.saveToFile("/dev/full"); }), full);
-    document.newTextChild(document.root(), "t", std::string(1'000'000, 'x'));
-    EXPECT_EQ(faultOf([&] { document.saveToFile("/dev/full"); }), full);
-    std::ostringstream broken;
-    broken.setstate(std::ios::badbit);
-    EXPECT_EQ(faultOf([&] { document.saveToStream(broken); }),
-              Fault("tError_SaveFile", "Can not save the XML document to file 'in-memory buffer'"));
+// Catches numbers that are none to libxml2, which would compare nodes by walking all siblings:
+// those of the library's own function are the measure.
+TEST(XmlDocument, ElementsAreNumberedAsTheLibraryDoes) {
+    const Document document(
+        "<!DOCTYPE r [<!ENTITY e '<x/>'>]><r><a><b>1</b>2<b/></a><?p q?><!-- c --><a/></r>"s);
+    std::vector<ptrdiff_t> numbers;
+    const auto note = [&](const XmlNode& node) {
+        numbers.push_back(reinterpret_cast<ptrdiff_t>(node.node()->content));
+    };
+    XmlNode(document.doc(), nullptr).foreach ("//*", note, nullptr);
+    const auto own = std::exchange(numbers, {});
+    EXPECT_EQ(xmlXPathOrderDocElems(document.doc()), 5);
+    XmlNode(document.doc(), nullptr).foreach ("//*", note, nullptr);
+    EXPECT_EQ(own, numbers);
+}
+
+// Catches a byte sequence that passes as a character, and one that is dropped.
+TEST(XmlDocument, TextHoldsOnlyWhatXmlCanHold) {
+    const std::string bad = "\xEF\xBF\xBD";
+    const std::pair<std::string, std::string> cases[] = {
+        {"\t\n\r~\x7F\xC3\xA9\xF0\x9F\x98\x80", "\t\n\r~\x7F\xC3\xA9\xF0\x9F\x98\x80"},
+        {"a\0b\x1B"s, "a" + bad + "b" + bad},
+        {"caf\xE9\xE2\x82\x80", "caf\xC3\xA9\xE2\x82\x80"},             // ISO-8859-1
+        {"\xE2\x82", "\xC3\xA2\xC2\x82"},                               // cut off
+        {"\xC0\xBC", "\xC3\x80\xC2\xBC"},                               // '<' in two bytes
+        {"\xE0\x80\xBC", "\xC3\xA0\xC2\x80\xC2\xBC"},                   // in three
+        {"\xED\xA0\x80\xEF\xBF\xBE\xF4\x90\x80\x80", bad + bad + bad},  // no characters
+    };
+    for (const auto& [given, expected] : cases) EXPECT_EQ(toXmlText(given), expected);
+}
+
+// Catches a target that is written in place or under a name that was decoded, a temporary file that
+// stays, and a file that the panel cannot read or that others can.
+TEST(AtomicSave, ReadersSeeWholeDocumentsOnly) {
+    const TempDir home;
+    const std::string path = home.path("50%41");
+    const std::string texts[] = {
+        "<?xml version=\"1.0\"?>\n<a>" + std::string(200'000, 'x') + "</a>\n",
+        "<?xml version=\"1.0\"?>\n<b/>\n"};
+    Document documents[] = {Document(texts[0]), Document(texts[1])};
+    documents[0].saveToFileAtomically(path, Durability::kSynced);
+    std::atomic<int> torn = 0, reads = 0;
+    std::jthread reader([&](const std::stop_token& stop) {
+        for (; !stop.stop_requested(); ++reads) {
+            torn += std::ranges::count(texts, contentOf(path)) == 0;
+        }
+    });
+    for (int round = 0; round < 50 || reads < 50; ++round) {
+        documents[round % 2].saveToFileAtomically(path);
+    }
+    reader = {};
+    EXPECT_EQ(torn, 0);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(home.path("")), {}), 1);
+    struct stat status {};
+    ASSERT_EQ(stat(path.c_str(), &status), 0);
+    EXPECT_TRUE(status.st_uid == 4711 && status.st_gid == 4712);
+    EXPECT_EQ(status.st_mode & 07777, 0600U);
+}
+
+// Catches a failed rename that goes unnoticed or that harms the target.
+TEST(AtomicSave, LeavesATargetThatItCannotReplace) {
+    const std::string path = dir.path("target");
+    std::filesystem::create_directories(path + "/kept");
+    const std::string fault = faultOf([&] { Document().saveToFileAtomically(path); });
+    EXPECT_TRUE(fault.starts_with("CantRenameFile: Cannot rename " + path)) << fault;
+    EXPECT_TRUE(fault.ends_with(" to " + path + ": Is a directory")) << fault;
+    EXPECT_TRUE(std::filesystem::exists(path + "/kept"));
+}
+
+// What fails when a document is checked against a schema, a DTD or, without a file, its own DTD, or
+// is translated by a stylesheet.
+std::string check(const std::string& text, const std::string& content) {
+    const std::string file = dir.write("file", content);
+    tXmlDocument document(text);
+    return faultOf([&] {
+        if (content.starts_with("<xs:")) return validateSchema(document, file);
+        if (content.starts_with("<!")) return tDtdValidator().validateXml(document, file);
+        if (content.empty()) return tDtdValidator().validateXml(document);
+        tXsltStylesheet stylesheet;
+        stylesheet.readFromFile(file.c_str());
+        apply_stylesheet(stylesheet, document).saveToFileAtomically(dir.path("out"));
+    });
+}
+
+std::string sheet(const std::string& body) {
+    return "<xsl:stylesheet version='1.1' xmlns:xsl='http://www.w3.org/1999/XSL/Transform'>"
+           "<xsl:output method='text'/><xsl:template match='/'>" +
+           body + "</xsl:template></xsl:stylesheet>";
+}
+
+// Catches diagnostics that are lost, kept whole or told under another code, a stylesheet that
+// writes where it likes, and files that are fetched from elsewhere.
+TEST(Checks, TellWhatIsWrong) {
+    const std::string internal =
+        "InternalDtdValidationFailed: Failed validation of the document "
+        "with its internal DTD. The errors are: ";
+    const std::string someError =
+        "tError_XmlInternal: Some error while applying stylesheet. "
+        "Check the error reason and try again.";
+    const std::string schema = "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema'>";
+    const std::string empty = "Element r was declared EMPTY this one has content.";
+    const std::string file = dir.path("file");
+    const std::string cases[][3] = {
+        {"<!DOCTYPE r [<!ELEMENT r EMPTY>]><r/>", "", ""},
+        {"<!DOCTYPE r [<!ELEMENT r EMPTY>]><r>x</r>", "", internal + empty},
+        {"<r>x</r>", "<!ELEMENT r EMPTY>",
+         "ExternalDtdValidationFailed: Failed validation of the document with external DTD " +
+             file + ". The errors are: " + empty},
+        {"<r/>", "<!", "InvalidDtdFile: The DTD file " + file + " is invalid"},
+        {"<r>x</r>", schema + "<xs:element name='r' type='xs:int'/></xs:schema>",
+         internal + "Element 'r': 'x' is not a valid value of the atomic type 'xs:int'.."},
+        {"<r/>", schema + "<xs:include schemaLocation='http://127.0.0.1:9/'/></xs:schema>",
+         "tError_XmlInternal: Can not allocate memory for xmlSchemaParse"},
+        {"<r/>", sheet("<xsl:message terminate='yes'>no</xsl:message>"),
+         "tError_Xslt_ApplyStylesheetTerminated: The translation of XML document was terminated by "
+         "XSLT stylesheet. Check for the error reason and try again."},
+        {"<r/>", sheet("<xsl:call-template name='none'/>"), someError},
+        {"<r/>", sheet("<xsl:document href='" + dir.path("no") + "'>x</xsl:document>"), someError},
+        {"<r/>", sheet("<xsl:copy-of select=\"document('http://127.0.0.1:9/')\"/>"), someError},
+        {"<r/>", "x", "tError_XslParse_CanNotParseFile: Can not parse XSLT file '" + file + "'"},
+        {"<r>text</r>", sheet("[<xsl:value-of select='r'/>]"), ""},
+    };
+    testing::internal::CaptureStderr();
+    for (const auto& [text, content, fault] : cases) EXPECT_EQ(check(text, content), fault);
+    testing::internal::GetCapturedStderr();
+    EXPECT_FALSE(std::filesystem::exists(dir.path("no")));
+    // By the rules of the stylesheet, which was gone.
+    EXPECT_EQ(contentOf(dir.path("out")), "[text]");
 }
 
 }  // namespace

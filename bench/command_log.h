@@ -1,0 +1,15 @@
+// The commands of a run, taken from its log.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "bare_command.h"
+
+namespace bench {
+
+// Reads every command that a migration.log tells of, with the variables that were set for it.
+// Raises std::runtime_error for a log without commands.
+std::vector<BareCommand> readCommands(const std::string& logFile);
+
+}  // namespace bench

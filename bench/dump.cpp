@@ -1,0 +1,96 @@
+#include "dump.h"
+
+#include <cstdio>
+#include <fstream>
+#include <stdexcept>
+
+namespace bench {
+
+namespace {
+
+constexpr int kClients = 20;
+
+std::string guid(int kind, int number) {
+    char text[64];
+    std::snprintf(text, sizeof(text), "%08x-9e37-4b1d-8c55-%012x", kind, number);
+    return text;
+}
+
+std::string clientStart(int number) {
+    const std::string name = "client" + std::to_string(number);
+    return R"(<client name=")" + name + R"(" contact="Contact of )" + name +
+           R"(" cr-date="2008-02-29" guid=")" + guid(1, number) + R"(">
+  <preferences>
+    <pinfo name="email">)" +
+           name + R"(@example.com</pinfo>
+    <pinfo name="company">Company of )" +
+           name + R"(</pinfo>
+    <pinfo name="country">DE</pinfo>
+  </preferences>
+  <properties>
+    <password type="plain">secret-)" +
+           name + R"(</password>
+    <status><enabled/></status>
+  </properties>
+  <limits-and-permissions>
+    <limit name="disk_space">107374182400</limit>
+    <limit name="max_dom">100000</limit>
+    <permission name="create_domains" value="true"/>
+  </limits-and-permissions>
+  <domains>
+)";
+}
+
+std::string domain(int number) {
+    const std::string name = "domain" + std::to_string(number) + ".example";
+    return R"(    <domain name=")" + name + R"(" cr-date="2009-11-05" www="true" guid=")" +
+           guid(2, number) + R"(">
+      <properties>
+        <status><enabled/></status>
+      </properties>
+      <limits-and-permissions>
+        <limit name="disk_space">1073741824</limit>
+        <limit name="max_traffic">10737418240</limit>
+        <limit name="mbox_quota">52428800</limit>
+        <limit name="max_box">25</limit>
+        <limit name="max_db">5</limit>
+      </limits-and-permissions>
+      <domainuser contact="Keeper of )" +
+           name + R"(" status="true">
+        <password type="plain">secret-)" +
+           std::to_string(number) + R"(</password>
+        <permission name="manage_dns" value="true"/>
+        <permission name="manage_log" value="false"/>
+        <pinfo name="email">keeper@)" +
+           name + R"(</pinfo>
+        <pinfo name="company">Keepers</pinfo>
+        <pinfo name="city">Bremen</pinfo>
+        <pinfo name="country">DE</pinfo>
+        <pinfo name="locale">de-DE</pinfo>
+      </domainuser>
+    </domain>
+)";
+}
+
+}  // namespace
+
+void writeDump(const std::string& path, int domains) {
+    std::ofstream file(path);
+    file << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<migration-dump>\n";
+    for (int client = 0; client < kClients; ++client) {
+        file << clientStart(client);
+        for (int number = client; number < domains; number += kClients) {
+            file << domain(number);
+        }
+        file << "  </domains>\n</client>\n";
+    }
+    file << "</migration-dump>\n";
+    file.close();
+    if (!file) {
+        throw std::runtime_error("cannot write " + path);
+    }
+}
+
+int domainsIn(std::size_t bytes) { return static_cast<int>(bytes / domain(100000).size()); }
+
+}  // namespace bench

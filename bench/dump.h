@@ -1,0 +1,17 @@
+// Dumps of any size, for the benchmarks.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace bench {
+
+// Writes a dump with that many domains below a fixed number of clients, so that a bigger dump has
+// longer lists of siblings. Each domain has limits, an administrator, a status and a guid. Raises
+// std::runtime_error.
+void writeDump(const std::string& path, int domains);
+
+// The number of domains of a dump that is about so big.
+int domainsIn(std::size_t bytes);
+
+}  // namespace bench

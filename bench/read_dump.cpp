@@ -1,0 +1,24 @@
+// bench-read-dump DUMP SCHEMA: reads and validates a dump as the deployment of a dump does, with
+// the counts for the progress, and does nothing else.
+#include <cstdio>
+#include <iostream>
+
+#include "commons/text_formatter.h"
+#include "restore/zelvo_dump.h"
+#include "xml/validation.h"
+
+int main(int argc, char** argv) {
+    if (argc != 3) {
+        std::fputs("usage: bench-read-dump DUMP SCHEMA\n", stderr);
+        return 2;
+    }
+    try {
+        zelvo::tXmlZelvoDump dump(argv[1]);
+        dump.initFileDoc("migration-dump");
+        zelvo::validateSchema(dump, argv[2]);
+        return dump.getAccountsNum() > 0 && dump.getDomainsNum() > 0 ? 0 : 1;
+    } catch (const zelvo::ExTraceable& failure) {
+        std::cerr << zelvo::formatPlainTextMessage(failure) << std::endl;
+        return 1;
+    }
+}

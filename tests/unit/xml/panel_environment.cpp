@@ -1,9 +1,0 @@
-// Gives the test program its panel.
-#include "panel_box.h"
-
-namespace {
-
-[[maybe_unused]] const testing::Environment* const box =
-    testing::AddGlobalTestEnvironment(new test::PanelBox);
-
-}  // namespace
