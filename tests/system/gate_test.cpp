@@ -118,6 +118,8 @@ TEST(Gate, AnswersAreToldAsWhatTheyAre) {
          "Execution of " + kClientUtility +
              " --create bob -name bob -notify false -passwd  "
              "-owner admin failed with return code 7.\nStdout is\nso\nStderr is\nno\n"},
+        {"body '<cli><ok/><return>4294967296</return></cli>'", "ExecCliGate::GateError",
+         "Error during CLI Gate interface usage: The return code in the answer is not a number"},
         {"body '<html/>'", "tError_WrongDoc",
          "The document has the wrong type, root node is "
          "&lt;html&gt;, but &lt;cli&gt; was expected"},

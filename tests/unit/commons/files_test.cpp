@@ -7,12 +7,12 @@
 #include <boost/filesystem/path.hpp>
 #include <cstdlib>
 
-#include "../lib/temp_dir.h"
 #include "commons/errors.h"
 #include "commons/input_file.h"
 #include "commons/make_dir.h"
 #include "commons/temp_names.h"
 #include "lib/read_configuration.h"
+#include "temp_dir.h"
 
 namespace {
 

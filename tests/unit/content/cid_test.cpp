@@ -2,8 +2,8 @@
 
 #include <gmock/gmock.h>
 
-#include "../exec/recording_log.h"
 #include "commons/errors.h"
+#include "recording_log.h"
 #include "xml/xml_document.h"
 
 using namespace zelvo;

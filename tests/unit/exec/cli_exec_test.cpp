@@ -19,10 +19,9 @@ struct Opened {
 };
 auto openCliExec();
 template struct Opened<&CliExec::first_run, &CliExec::status, &CliExec::response,
-                       &CliExec::prepareRequestString, &CliExec::analyzeResponse,
-                       &CliExec::headerWriter, &CliExec::responseWriter>;
-const auto [isFirstRun, gateStatus, gateResponse, requestOf, analyze, takeHeader, takeBody] =
-    openCliExec();
+                       &CliExec::prepareRequestString, &CliExec::headerWriter,
+                       &CliExec::responseWriter>;
+const auto [isFirstRun, gateStatus, gateResponse, requestOf, takeHeader, takeBody] = openCliExec();
 
 class CliExecTest : public testing::Test {
   protected:
@@ -33,21 +32,6 @@ class CliExecTest : public testing::Test {
 
     RecordingLog log_;
 };
-
-// A command that the gate has answered.
-class AnsweredCommand : public CliExec {
-  public:
-    using CliExec::CliExec;
-    using CliExec::exec;
-    int exec() override {
-        (this->*analyze)();
-        return retCode;
-    }
-};
-
-std::string okDocument(const std::string& code) {
-    return "<cli><ok/><return>" + code + "</return><stdout>a&lt;b</stdout><stderr>e</stderr></cli>";
-}
 
 }  // namespace
 
@@ -88,33 +72,6 @@ TEST_F(CliExecTest, SendsTheWholeCommandEscaped) {
     EXPECT_EQ(command.exec(std::nothrow), 255) << "without a connection";
     EXPECT_EQ(command.retCode, 255);
     EXPECT_TRUE(command.started && !command.finished);
-}
-
-TEST_F(CliExecTest, TellsEachAnswerOfTheGate) {
-    const std::string refusal = "<cli><failure>go away</failure></cli>";
-    const std::tuple<int, std::string, int, const char*> rows[] = {
-        {500, "boom", 255, "failure ExecCliGate::InternalServerError: Internal server error: boom"},
-        {400, refusal, 255, "failure ExecCliGate::BadRequest: Bad Request: go away"},
-        {400, okDocument("0"), 255, "failure ExecCliGate::BadRequest: Bad Request: e"},
-        {403, refusal, 255, "failure ExecCliGate::PermissionDenied: Permission denied: go away"},
-        {403, "no document", 255, "failure tError_ParseFile: "},
-        {200, okDocument("none"), 255, "failure ExecCliGate::GateError: "},
-        {200, okDocument("4294967296"), 255, "failure ExecCliGate::GateError: "},
-        {200, okDocument("7"), 7, "HTTP response: "},
-        {302, okDocument("7"), 0, "HTTP response: "},
-    };
-    for (const auto& [status, document, code, logged] : rows) {
-        *gateStatus = status;
-        *gateResponse = document;
-        AnsweredCommand command("/x/tool.php");
-        EXPECT_EQ(command.exec(std::nothrow), code) << status << " " << document;
-        EXPECT_THAT(log_.lines.back(), testing::StartsWith(logged));
-        if (code == 7) {
-            EXPECT_EQ(command.stdout + " " + command.stderr, "a<b e");
-            EXPECT_TRUE(command.finished);
-            EXPECT_THROW(command.exec(), Exc<&ExecCmd::Failed>);
-        }
-    }
 }
 
 TEST_F(CliExecTest, TakesTheStatusFromItsLineAndTheBodyUpToAZeroByte) {

@@ -1,10 +1,10 @@
 // What a run has, for tests: a session, a debug log that is kept in memory, a way to fail.
 #pragma once
 
-#include "../exec/recording_log.h"
-#include "../xml/panel_box.h"
 #include "commons/errors.h"
 #include "commons/session.h"
+#include "panel_box.h"
+#include "recording_log.h"
 
 namespace test {
 

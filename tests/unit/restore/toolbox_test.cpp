@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cctype>
 
-#include "../exec/recording_log.h"
+#include "recording_log.h"
 #include "report/error_functions.h"
 #include "restore/deploy_doc_ability.h"
 #include "restore/list_operator.h"

@@ -8,8 +8,8 @@
 
 #include <filesystem>
 
-#include "../lib/temp_dir.h"
 #include "commons/exception.h"
+#include "temp_dir.h"
 
 namespace test {
 
