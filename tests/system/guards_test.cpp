@@ -110,8 +110,14 @@ struct Call {
         }
     }
     bool isFor(const std::string& name) const { return object == name; }
-    bool setsDefaultDomain() const { return rule->reach == kAddresses || words[1] == "-d"; }
-    std::string head() const { return words[0] + " " + words[1] + " " + words[2]; }
+    bool setsDefaultDomain() const {
+        return rule->reach == kAddresses || (words.size() > 1 && words[1] == "-d");
+    }
+    std::string head() const {
+        std::string text;
+        for (std::size_t i = 0; i < 3 && i < words.size(); ++i) text += (i ? " " : "") + words[i];
+        return text;
+    }
 
     std::string line;
     std::string bare;
