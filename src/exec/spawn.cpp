@@ -33,10 +33,12 @@ namespace {
 // The parent's handlers must not run in the child, which shares its memory; what the parent ignores
 // is no wish of the child either.
 void resetSignals() {
-    struct sigaction action {};
-    action.sa_handler = SIG_DFL;
+    // The library's sigaction leaves out two signals that it uses itself, and a caller may have had
+    // those ignored too. To the kernel an action of zeros is the default one.
+    constexpr std::size_t kMaskSize = (NSIG - 1) / 8;
+    const std::array<unsigned long, 8> defaultAction{};
     for (int number = 1; number < NSIG; ++number) {
-        sigaction(number, &action, nullptr);
+        syscall(SYS_rt_sigaction, number, defaultAction.data(), nullptr, kMaskSize);
     }
     sigset_t none;
     sigemptyset(&none);
