@@ -6,7 +6,7 @@ DESTDIR ?=
 # Warnings stop a build in continuous integration and nowhere else.
 export WERROR ?= $(if $(CI),ON,OFF)
 
-.PHONY: demo test build all configure setup asan lint bench fuzz coverage install clean
+.PHONY: demo test build all configure setup asan lint bench install clean
 
 build: configure
 	@cmake --build build -j $(JOBS) --target deployer
@@ -39,17 +39,6 @@ lint: all
 
 bench: all
 	@./bench/run build/bin
-
-fuzz: setup
-	@cmake --preset fuzz
-	@cmake --build build/fuzz -j $(JOBS)
-	@./tests/fuzz/run build/fuzz/bin $(FUZZ_SECONDS)
-
-coverage: setup
-	@cmake --preset coverage
-	@cmake --build build/coverage -j $(JOBS)
-	@ctest --test-dir build/coverage --output-on-failure -j $(JOBS)
-	@./cmake/coverage build/coverage
 
 install: build
 	@DESTDIR=$(DESTDIR) cmake --install build --prefix $(PREFIX)
