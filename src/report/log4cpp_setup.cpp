@@ -43,6 +43,7 @@ void configureLog4Cpp(const std::string& fileName,
     // log4cpp fills references from the environment, value by value and behind its own parsing: no
     // character of a path can be mistaken for syntax there.
     std::vector<std::unique_ptr<ScopedVariable>> set;
+    set.reserve(variables.size());
     for (const auto& [name, value] : variables) {
         set.push_back(std::make_unique<ScopedVariable>(name, value));
     }

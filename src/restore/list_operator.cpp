@@ -62,7 +62,7 @@ std::string rewrite(const std::string& entry) {
 }  // namespace
 
 std::string toAddressPattern(const std::string& entry) {
-    const std::string pattern = rewrite(entry);
+    std::string pattern = rewrite(entry);
     if (pattern != entry) {
         theDebugLog->log("Convert template '" + entry + "' to '" + pattern + "'");
     }
