@@ -19,6 +19,16 @@ namespace zelvo {
 
 namespace {
 
+// What the kernel calls an action: the handler's address, flags, a restorer and the mask. The
+// library's sigaction leaves out two signals that it uses itself, and a caller may have had those
+// ignored too. An action of zeros is the default one.
+using KernelAction = std::array<unsigned long, 8>;
+
+long kernelSigaction(int number, const KernelAction* action, KernelAction* before) {
+    constexpr std::size_t kMaskSize = (NSIG - 1) / 8;
+    return syscall(SYS_rt_sigaction, number, action, before, kMaskSize);
+}
+
 // ---- In the child: from here to the next rule nothing may allocate, lock, throw or return.
 
 // Tells the parent why the child is no program and ends it.
@@ -32,13 +42,10 @@ namespace {
 
 // The parent's handlers must not run in the child, which shares its memory; what the parent ignores
 // is no wish of the child either.
-void resetSignals() {
-    // The library's sigaction leaves out two signals that it uses itself, and a caller may have had
-    // those ignored too. To the kernel an action of zeros is the default one.
-    constexpr std::size_t kMaskSize = (NSIG - 1) / 8;
-    const std::array<unsigned long, 8> defaultAction{};
-    for (int number = 1; number < NSIG; ++number) {
-        syscall(SYS_rt_sigaction, number, defaultAction.data(), nullptr, kMaskSize);
+void resetSignals(const std::vector<int>& numbers) {
+    const KernelAction defaultAction{};
+    for (const int number : numbers) {
+        kernelSigaction(number, &defaultAction, nullptr);
     }
     sigset_t none;
     sigemptyset(&none);
@@ -102,7 +109,7 @@ int execProgram(SpawnPlan& plan) {
 }
 
 [[noreturn]] void runChild(SpawnPlan& plan, int outcome) {
-    resetSignals();
+    resetSignals(plan.signals);
     for (int target = STDIN_FILENO; target <= STDERR_FILENO; ++target) {
         int source = plan.streams[static_cast<std::size_t>(target)];
         if (source == -1) {
@@ -166,6 +173,25 @@ std::vector<char*> makeShellArgv(const ArgList& args) {
     return argv;
 }
 
+// The signals that a child may not find at their default: those that this process was started
+// with another disposition of, and those that it changes in its run. The others are left out: each
+// reset is a system call in every child.
+std::vector<int> findChangedSignals() {
+    std::vector<int> changed{SIGHUP, SIGINT, SIGTERM, SIGPIPE, SIGCHLD};
+    for (int number = 1; number < NSIG; ++number) {
+        KernelAction action{};
+        if (kernelSigaction(number, nullptr, &action) == 0 && action[0] != 0) {
+            changed.push_back(number);
+        }
+    }
+    return changed;
+}
+
+const std::vector<int>& changedSignals() {
+    static const std::vector<int> changed = findChangedSignals();
+    return changed;
+}
+
 // Waits until every end of the outcome that the child holds is closed, which its exec does.
 std::optional<SpawnFailure> readFailure(int outcome) {
     SpawnFailure failure{};
@@ -187,6 +213,7 @@ SpawnPlan::SpawnPlan(const std::array<int, 3>& childStreams, const std::string& 
       uid(childUid),
       environment(env),
       candidates(programCandidates(utility, environment.find("PATH"))),
+      signals(changedSignals()),
       argv(args.data()),
       shellArgv(makeShellArgv(args)) {}
 

@@ -28,6 +28,8 @@ class SpawnPlan {
     const std::uint32_t uid;
     const EnvironmentVector environment;
     const std::vector<std::string> candidates;
+    // The signals to give their default disposition.
+    const std::vector<int>& signals;
     char* const* const argv;
     // The arguments for a program without a header that the kernel knows, which the shell runs: the
     // shell, a place for the program's path, the arguments behind the first.

@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <optional>
 
 #include "commons/temp_names.h"
 #include "lib/zelvo_ugid.h"
@@ -30,10 +31,25 @@ bool syncToDisk(const std::string& path) {
     return isSynced;
 }
 
+struct Ids {
+    uid_t user;
+    gid_t group;
+};
+
+// The ids of the panel's administrator. Found once a run: a save takes place at every object. None
+// with errno set when there is no such account.
+const std::optional<Ids>& panelIds() {
+    static std::optional<Ids> ids;
+    Ids found{};
+    if (!ids && zelvo_ugid("qrdadm", &found.user, &found.group) == 0) {
+        ids = found;
+    }
+    return ids;
+}
+
 bool giveToPanel(const std::string& path) {
-    uid_t user = 0;
-    gid_t group = 0;
-    return zelvo_ugid("qrdadm", &user, &group) == 0 && chown(path.c_str(), user, group) == 0;
+    const std::optional<Ids>& ids = panelIds();
+    return ids && chown(path.c_str(), ids->user, ids->group) == 0;
 }
 
 }  // namespace

@@ -28,4 +28,7 @@ namespace zelvo {
 // so it cannot be the template argument of an owner.
 void rmkFreeXmlChar(xmlChar* text);
 
+// Releases a context of XPath expressions: keeps one for the next expression and frees others.
+void releaseXPathContext(xmlXPathContext* context);
+
 }  // namespace zelvo

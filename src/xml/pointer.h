@@ -39,7 +39,7 @@ class ttPtrWrapper {
 };
 
 using XmlDocPtr = ttPtrWrapper<xmlDoc*, xmlFreeDoc>;
-using XPathContextPtr = ttPtrWrapper<xmlXPathContext*, xmlXPathFreeContext>;
+using XPathContextPtr = ttPtrWrapper<xmlXPathContext*, releaseXPathContext>;
 using XPathObjectPtr = ttPtrWrapper<xmlXPathObject*, xmlXPathFreeObject>;
 using XmlCharPtr = ttPtrWrapper<xmlChar*, rmkFreeXmlChar>;
 using XsltStylesheetPtr = ttPtrWrapper<xsltStylesheet*, xsltFreeStylesheet>;

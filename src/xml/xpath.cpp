@@ -3,6 +3,8 @@
 #include <libxml/tree.h>
 #include <libxml/xpath.h>
 
+#include <memory>
+
 #include "commons/errors.h"
 #include "xml/xml_errors.h"
 #include "xml/xml_node.h"
@@ -10,8 +12,44 @@
 
 namespace zelvo {
 
+namespace {
+
+struct FreeContext {
+    void operator()(xmlXPathContext* context) const { xmlXPathFreeContext(context); }
+};
+
+// The context that the last expression left. A new one enters all functions of XPath into a table,
+// which costs more than evaluating most expressions.
+std::unique_ptr<xmlXPathContext, FreeContext>& spareContext() {
+    static std::unique_ptr<xmlXPathContext, FreeContext> spare;
+    return spare;
+}
+
+// Gives a context for a document, or null when there is no memory.
+xmlXPathContext* acquireXPathContext(xmlDoc* doc) {
+    xmlXPathContext* context = spareContext().release();
+    if (context == nullptr) {
+        return xmlXPathNewContext(doc);
+    }
+    context->doc = doc;
+    return context;
+}
+
+}  // namespace
+
+void releaseXPathContext(xmlXPathContext* context) {
+    if (spareContext() != nullptr) {
+        xmlXPathFreeContext(context);
+        return;
+    }
+    xmlResetError(&context->lastError);
+    context->doc = nullptr;
+    context->node = nullptr;
+    spareContext().reset(context);
+}
+
 tXPathExpr::tXPathExpr(xmlDoc* doc, const std::string& expr, xmlNode* contextNode)
-    : context_(xmlXPathNewContext(doc)), expression_(xmlStrdup(toXmlChar(expr))), doc_(doc) {
+    : context_(acquireXPathContext(doc)), expression_(xmlStrdup(toXmlChar(expr))), doc_(doc) {
     if (context_.get() == nullptr) {
         throw EXC(AssertionFailed) % "xpathCtx_.get() != NULL";
     }
