@@ -41,13 +41,15 @@ passwd::passwd(const XmlNode& node) {
     } else {
         type = NONE;
     }
-    value = element.str(".");
-    if (element.test("@encoding = 'base64'")) {
-        value = base64_decode(value);
-    }
+    value = passwordText(element);
     if (!(type & (PLAIN | ENCRYPTED))) {
         throw EXC(AssertionFailed) % "type & (PLAIN | ENCRYPTED)";
     }
+}
+
+std::string passwordText(const XmlNode& element) {
+    const std::string text = element.str(".");
+    return element.test("@encoding = 'base64'") ? base64_decode(text) : text;
 }
 
 passwd ensureNoEmptyPassword(passwd password, const std::string& what) {

@@ -23,6 +23,9 @@ struct passwd {
     explicit passwd(const XmlNode& node);
 };
 
+// The text of an element that holds a password, decoded when its @encoding is "base64".
+std::string passwordText(const XmlNode& element);
+
 // Replaces a PLAIN empty password by a random one, with a line in the debug log. what: whose
 // password it is, for that line.
 passwd ensureNoEmptyPassword(passwd password, const std::string& what);

@@ -11,6 +11,7 @@
 #include "restore/reseller_deployer.h"
 #include "restore/restore_errors.h"
 #include "restore/run_settings.h"
+#include "restore/server_deployer.h"
 #include "xml/tool_answers.h"
 
 namespace zelvo {
@@ -53,8 +54,9 @@ void ZelvoDumpRestorer::deployTopLevel() const {
     each("database", &ZelvoDumpRestorer::deployDatabase);
 }
 
-void ZelvoDumpRestorer::deployServer(const XmlNode&) const {
-    throw EXC(NotSupportedOperation) % "server";
+void ZelvoDumpRestorer::deployServer(const XmlNode& node) const {
+    const ServerDeployer deployer;
+    deployer(node);
 }
 
 void ZelvoDumpRestorer::deployReseller(const XmlNode& node) const {

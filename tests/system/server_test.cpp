@@ -1,0 +1,9 @@
+// The panel itself: how a bare one and a working one are configured from a dump.
+
+#include "dumps.h"
+
+namespace {
+
+TEST(Server, IsConfigured) { runCases("server/configuration.txt"); }
+
+}  // namespace
