@@ -3,10 +3,13 @@
 JOBS ?= $(shell nproc)
 PREFIX ?= /usr/local/qrd
 DESTDIR ?=
+# How long a fuzz target runs.
+FUZZ_SECONDS ?= 60
 # Warnings stop a build in continuous integration and nowhere else.
 export WERROR ?= $(if $(CI),ON,OFF)
 
-.PHONY: demo test build all configure setup asan lint bench install clean
+.PHONY: demo test build all configure setup asan lint bench fuzz coverage \
+        install clean
 
 build: configure
 	@cmake --build build -j $(JOBS) --target deployer
@@ -39,6 +42,19 @@ lint: all
 
 bench: all
 	@./bench/run build/bin
+
+# Every fuzz target from its seeds, FUZZ_SECONDS each.
+fuzz: setup
+	@cmake --preset fuzz
+	@cmake --build build/fuzz -j $(JOBS)
+	@./tests/fuzz/run build/fuzz/bin $(FUZZ_SECONDS)
+
+# Which lines of src/ the tests run, by file.
+coverage: setup
+	@cmake --preset coverage
+	@cmake --build build/coverage -j $(JOBS)
+	@ctest --test-dir build/coverage --output-on-failure -j $(JOBS)
+	@gcovr --root . --filter src/ build/coverage
 
 install: build
 	@DESTDIR=$(DESTDIR) cmake --install build --prefix $(PREFIX)
