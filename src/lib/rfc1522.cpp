@@ -92,25 +92,44 @@ std::string qDecode(std::string_view text) {
     return bytes;
 }
 
-// Returns what an encoded word stands for, nothing for any other word.
-std::optional<std::string> rfc1522_decode_word(std::string_view word) {
+// The places of the parts of an encoded word, "=?CHARSET?ENCODING?TEXT?=".
+struct Parts {
+    std::string_view charset;
+    std::string_view encoding;
+    std::string_view text;
+    std::string_view rest;  // what stands behind the encoded word without a blank
+};
+
+// Returns what stands before the mark and takes it and the mark from the rest; nothing when there
+// is none.
+std::optional<std::string_view> cutAt(std::string_view mark, std::string_view& rest) {
+    const std::size_t place = rest.find(mark);
+    if (place == std::string_view::npos) {
+        return std::nullopt;
+    }
+    const std::string_view part = rest.substr(0, place);
+    rest.remove_prefix(place + mark.size());
+    return part;
+}
+
+std::optional<Parts> partsOf(std::string_view word) {
     if (!word.starts_with("=?")) {
         return std::nullopt;
     }
-    const std::size_t charsetEnd = word.find('?', 2);
-    const std::size_t encodingEnd =
-        charsetEnd == word.npos ? word.npos : word.find('?', charsetEnd + 1);
-    const std::size_t textEnd =
-        encodingEnd == word.npos ? word.npos : word.find(kTail, encodingEnd + 1);
-    if (textEnd == word.npos || charsetEnd == 2 || encodingEnd == charsetEnd + 1) {
+    std::string_view rest = word.substr(2);
+    const auto charset = cutAt("?", rest);
+    const auto encoding = charset ? cutAt("?", rest) : std::nullopt;
+    const auto text = encoding ? cutAt(kTail, rest) : std::nullopt;
+    if (!text || charset->empty() || encoding->empty()) {
         return std::nullopt;
     }
-    const std::string charset(word.substr(2, charsetEnd - 2));
-    const std::string_view encoding = word.substr(charsetEnd + 1, encodingEnd - charsetEnd - 1);
-    const std::string text(word.substr(encodingEnd + 1, textEnd - encodingEnd - 1));
-    const std::string bytes =
-        encoding == "q" || encoding == "Q" ? qDecode(text) : base64_decode(text);
-    return iconvRecode(charset, "utf-8", bytes, true).append(word.substr(textEnd + kTail.size()));
+    return Parts{*charset, *encoding, *text, rest};
+}
+
+std::string rfc1522_decode_word(const Parts& word) {
+    const bool isQ = word.encoding == "q" || word.encoding == "Q";
+    const std::string bytes = isQ ? qDecode(word.text) : base64_decode(std::string(word.text));
+    return iconvRecode(std::string(word.charset), "utf-8", bytes, true).append(word.rest);
 }
 
 }  // namespace
@@ -137,12 +156,12 @@ std::string decode(const std::string& text) {
         const std::size_t start = std::min(text.find_first_not_of(kBlanks, i), text.size());
         const std::size_t end = std::min(text.find_first_of(kBlanks, start), text.size());
         const std::string word = text.substr(start, end - start);
-        const std::optional<std::string> meaning = rfc1522_decode_word(word);
-        if (!behindEncoded || !meaning) {
+        const std::optional<Parts> parts = partsOf(word);
+        if (!behindEncoded || !parts) {
             decoded.append(text, i, start - i);
         }
-        decoded += meaning.value_or(word);
-        behindEncoded = meaning.has_value();
+        decoded += parts ? rfc1522_decode_word(*parts) : word;
+        behindEncoded = parts && parts->rest.empty();
         i = end;
     }
     return decoded;
