@@ -14,7 +14,6 @@
 #include <algorithm>
 #include <chrono>
 #include <csignal>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -84,7 +83,7 @@ bool somebodyListens() {
     const Socket client(AF_UNIX);
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
-    std::strcpy(address.sun_path, kSocket);
+    std::copy(std::begin(kSocket), std::end(kSocket), address.sun_path);
     return connect(client.fd(), reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
 }
 
@@ -102,7 +101,7 @@ MariaDbServer::~MariaDbServer() {
     if (::testing::Test::HasFailure()) GTEST_LOG_(INFO) << log();
     if (server_) {
         server_->signal(SIGTERM);
-        server_->wait(kPatience);
+        if (server_->wait(kPatience).timedOut) ADD_FAILURE() << "the database server does not stop";
         server_.reset();
     }
     umount2("/run", MNT_DETACH);
@@ -132,7 +131,10 @@ void MariaDbServer::initialise() {
 }
 
 void MariaDbServer::start(const std::vector<std::string>& options) {
-    std::vector<std::string> command = serverCommand(directory_);
+    // A test that crashes takes its server along.
+    std::vector<std::string> command = {"setpriv", "--pdeathsig", "KILL"};
+    const std::vector<std::string> server = serverCommand(directory_);
+    command.insert(command.end(), server.begin(), server.end());
     command.insert(command.end(), {"--socket=" + socket(), "--bind-address=127.0.0.1",
                                    "--port=" + std::to_string(port_), "--skip-name-resolve",
                                    "--pid-file=" + directory_ + "/pid"});

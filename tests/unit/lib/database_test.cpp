@@ -219,7 +219,7 @@ TEST_F(Database, ReadsAndStoresValues) {
     EXPECT_STREQ("9", get_param_simple("ann", "clients", "login", "id", connection.get()));
     EXPECT_STREQ("ann", get_param_from_bigquery("select 1, login from clients where id > 7",
                                                 connection.get(), 1));
-    EXPECT_STREQ("", get_param_from_bigquery("select 1", connection.get(), 1));
+    EXPECT_STREQ("", get_param_from_bigquery("select 1", connection.get(), 9999));
     EXPECT_STREQ("", get_param_query("set @a = 1", connection.get()));
     EXPECT_EQ(10U, get_free_id("clients", connection.get()));
     EXPECT_EQ(8U, get_free_id("domains", nullptr));
