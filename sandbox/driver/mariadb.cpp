@@ -32,13 +32,10 @@ const std::vector<std::string> kEnvironment = {"PATH=/usr/sbin:/usr/bin:/sbin:/b
 
 // Small files and no care for a power cut: the data lives as long as a test.
 std::vector<std::string> serverCommand(const std::string& directory) {
-    return {"mariadbd",
-            "--no-defaults",
-            "--user=root",
-            "--datadir=" + directory + "/data",
-            "--log-error=" + directory + "/server.err",
-            "--innodb-buffer-pool-size=8M",
-            "--innodb-log-file-size=4M",
+    return {"mariadbd", "--no-defaults", "--user=root", "--datadir=" + directory + "/data",
+            // A starting server deletes the temporary tables of all others there.
+            "--tmpdir=" + directory + "/tmp", "--log-error=" + directory + "/server.err",
+            "--innodb-buffer-pool-size=8M", "--innodb-log-file-size=4M",
             "--innodb-data-file-path=ibdata1:5M:autoextend",
             "--innodb-temp-data-file-path=ibtmp1:5M:autoextend",
             "--innodb-flush-log-at-trx-commit=0"};
@@ -92,6 +89,7 @@ bool somebodyListens() {
 MariaDbServer::MariaDbServer(const std::string& directory, const std::vector<std::string>& options)
     : directory_(directory), port_(freePort()) {
     hideSystemSockets();
+    fs::create_directories(directory_ + "/tmp");
     if (fs::create_directories(directory_ + "/data")) initialise();
     start(options);
     awaitAnswer();
