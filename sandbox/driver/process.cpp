@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <algorithm>
@@ -125,9 +126,21 @@ void Process::readOutput(ProcessResult& result, Clock::time_point end) {
     }
 }
 
+// A program may close its streams and live on.
+void Process::awaitEnd(ProcessResult& result, Clock::time_point end) {
+    pollfd process{static_cast<int>(syscall(SYS_pidfd_open, pid_, 0)), POLLIN, 0};
+    if (poll(&process, 1, millisecondsUntil(end)) == 0) {
+        result.timedOut = true;
+        killAll();
+    }
+    close(process.fd);
+}
+
 ProcessResult Process::wait(std::chrono::milliseconds patience) {
     ProcessResult result;
-    readOutput(result, Clock::now() + patience);
+    const Clock::time_point end = Clock::now() + patience;
+    readOutput(result, end);
+    awaitEnd(result, end);
     int status = 0;
     while (waitpid(pid_, &status, 0) < 0 && errno == EINTR) {
     }

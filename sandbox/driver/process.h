@@ -36,6 +36,7 @@ class Process {
   private:
     void killAll() const;
     void readOutput(ProcessResult& result, std::chrono::steady_clock::time_point end);
+    void awaitEnd(ProcessResult& result, std::chrono::steady_clock::time_point end);
 
     pid_t pid_ = -1;
     int out_ = -1;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <stdlib.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -10,8 +11,11 @@
 
 class TempDir {
   public:
-    TempDir() : path_(std::filesystem::temp_directory_path() / "unit-XXXXXX") {
-        if (mkdtemp(path_.data()) == nullptr) abort();
+    TempDir() : TempDir(std::filesystem::temp_directory_path()) {}
+    // In memory where that can be had: for much that is written and soon forgotten.
+    static TempDir inMemory() {
+        return TempDir(access("/dev/shm", W_OK) == 0 ? "/dev/shm"
+                                                     : std::filesystem::temp_directory_path());
     }
     ~TempDir() { std::filesystem::remove_all(path_); }
     TempDir(const TempDir&) = delete;
@@ -26,6 +30,10 @@ class TempDir {
     }
 
   private:
+    explicit TempDir(const std::filesystem::path& base) : path_(base / "unit-XXXXXX") {
+        if (mkdtemp(path_.data()) == nullptr) abort();
+    }
+
     std::string path_;
 };
 

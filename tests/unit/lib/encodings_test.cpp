@@ -15,6 +15,14 @@ using zelvo::sh_quote;
 TEST(Base64, GivesAllWholeBytesAndNamesWhatItSkips) {
     const std::string rows[][3] = {
         {"Zg==Zg==", "f", ""},
+        // RFC 4648, section 10.
+        {"", "", ""},
+        {"Zg==", "f", ""},
+        {"Zm8=", "fo", ""},
+        {"Zm9v", "foo", ""},
+        {"Zm9vYg==", "foob", ""},
+        {"Zm9vYmE=", "fooba", ""},
+        {"Zm9vYmFy", "foobar", ""},
         {"Zm8", "fo", ""},
         {"+/+/", "\xFB\xFF\xBF", ""},
         {"AAAA", std::string(3, '\0'), ""},
