@@ -4,10 +4,13 @@
 # What every target of the project is compiled with. The prefix map makes
 # __FILE__ begin with "./", relative to src/: failures name their source file in
 # documents that customers read, and no build path may leak into those.
+# A compiler cache may hand the compiler paths that are relative to the build, so these are mapped too.
+file(RELATIVE_PATH relative_source ${CMAKE_BINARY_DIR} ${PROJECT_SOURCE_DIR}/src)
 add_library(house INTERFACE)
 target_compile_options(house INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion
   -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/src/=./
+  -fmacro-prefix-map=${relative_source}/=./
   -fdebug-prefix-map=${PROJECT_SOURCE_DIR}/=)
 if(DEPLOYER_WERROR)
   target_compile_options(house INTERFACE -Werror)
