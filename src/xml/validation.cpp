@@ -41,6 +41,8 @@ using SchemaValidCtxtPtr = std::unique_ptr<xmlSchemaValidCtxt, Freeing<xmlSchema
 
 void tExternalDtdDoc::readFromFile() {
     refuseNetwork();
+    // What libxml2 says of a bad file would go to standard error, as in readSchema.
+    const ErrorCollector unused;
     dtd_ = XmlDtdPtr(xmlParseDTD(nullptr, toXmlChar(fileName_)));
     if (dtd_.get() == nullptr) {
         throw EXC(InvalidDtdFile) % fileName_;
