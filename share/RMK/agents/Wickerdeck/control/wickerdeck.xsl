@@ -6,6 +6,9 @@
   Attributes that are missing have the meaning that the DTD gives beside them: nothing has filled
   them in. A number that is none ends the translation, because a restore without that limit would
   give everything away.
+
+  What becomes of a name stands in a template of its own and not in a variable that several share: a
+  variable made by templates is a document of its own, and a million of them cost more than the rest.
 -->
 <xsl:stylesheet version="1.0" xmlns:xsl="http://www.w3.org/1999/XSL/Transform">
 
@@ -40,7 +43,7 @@
     <xsl:attribute name="name"><xsl:value-of select="@login"/></xsl:attribute>
     <xsl:attribute name="contact"><xsl:value-of select="normalize-space(person/name)"/></xsl:attribute>
     <xsl:apply-templates select="@uuid | @opened"/>
-    <preferences><xsl:apply-templates select="person/*" mode="pinfo"/></preferences>
+    <preferences><xsl:apply-templates select="person/*[normalize-space()]"/></preferences>
     <properties>
       <xsl:apply-templates select="secret"/>
       <xsl:call-template name="status"/>
@@ -75,7 +78,7 @@
     <domainuser contact="{normalize-space(person/name)}" status="{not(@enters = 'no')}">
       <xsl:apply-templates select="secret | right"/>
       <xsl:apply-templates select="key('plan', ../@plan)/right[not(@to = current()/right/@to)]"/>
-      <xsl:apply-templates select="person/*" mode="pinfo"/>
+      <xsl:apply-templates select="person/*[normalize-space()]"/>
     </domainuser>
   </xsl:template>
 
@@ -130,99 +133,72 @@
     </xsl:if>
   </xsl:template>
 
-  <!-- Contact data ======================================================================== -->
+  <!-- Contact data. A name that stands in no template is dropped. ============================ -->
 
-  <xsl:template match="*" mode="pinfo">
-    <xsl:variable name="name"><xsl:apply-templates select="." mode="pinfo-name"/></xsl:variable>
-    <xsl:if test="string($name) and normalize-space()">
-      <pinfo name="{$name}"><xsl:value-of select="normalize-space()"/></pinfo>
-    </xsl:if>
-  </xsl:template>
-
-  <xsl:template mode="pinfo-name" match="mail">email</xsl:template>
-  <xsl:template mode="pinfo-name" match="firm">company</xsl:template>
-  <xsl:template mode="pinfo-name" match="phone">phone</xsl:template>
-  <xsl:template mode="pinfo-name" match="fax">fax</xsl:template>
-  <xsl:template mode="pinfo-name" match="street">address</xsl:template>
-  <xsl:template mode="pinfo-name" match="town">city</xsl:template>
-  <xsl:template mode="pinfo-name" match="region">state</xsl:template>
-  <xsl:template mode="pinfo-name" match="postcode">zip</xsl:template>
-  <xsl:template mode="pinfo-name" match="country">country</xsl:template>
-  <xsl:template mode="pinfo-name" match="language">locale</xsl:template>
-  <xsl:template mode="pinfo-name" match="*"/>
+  <xsl:template match="mail"><pinfo name="email"><xsl:value-of select="normalize-space()"/></pinfo></xsl:template>
+  <xsl:template match="firm"><pinfo name="company"><xsl:value-of select="normalize-space()"/></pinfo></xsl:template>
+  <xsl:template match="phone"><pinfo name="phone"><xsl:value-of select="normalize-space()"/></pinfo></xsl:template>
+  <xsl:template match="fax"><pinfo name="fax"><xsl:value-of select="normalize-space()"/></pinfo></xsl:template>
+  <xsl:template match="street"><pinfo name="address"><xsl:value-of select="normalize-space()"/></pinfo></xsl:template>
+  <xsl:template match="town"><pinfo name="city"><xsl:value-of select="normalize-space()"/></pinfo></xsl:template>
+  <xsl:template match="region"><pinfo name="state"><xsl:value-of select="normalize-space()"/></pinfo></xsl:template>
+  <xsl:template match="postcode"><pinfo name="zip"><xsl:value-of select="normalize-space()"/></pinfo></xsl:template>
+  <xsl:template match="country"><pinfo name="country"><xsl:value-of select="normalize-space()"/></pinfo></xsl:template>
+  <xsl:template match="language"><pinfo name="locale"><xsl:value-of select="normalize-space()"/></pinfo></xsl:template>
+  <xsl:template match="person/*" priority="-0.25"/>
 
   <!-- Rights ============================================================================== -->
 
-  <xsl:template match="right">
-    <xsl:variable name="name"><xsl:apply-templates select="@to"/></xsl:variable>
-    <xsl:if test="string($name)">
-      <permission name="{$name}" value="{not(@granted = 'no')}"/>
-    </xsl:if>
-  </xsl:template>
-
-  <xsl:template match="@to[. = 'make-customers']">create_clients</xsl:template>
-  <xsl:template match="@to[. = 'make-sites']">create_domains</xsl:template>
-  <xsl:template match="@to[. = 'oversell']">allow_oversell</xsl:template>
-  <xsl:template match="@to[. = 'hosting']">manage_phosting</xsl:template>
-  <xsl:template match="@to[. = 'dns']">manage_dns</xsl:template>
-  <xsl:template match="@to[. = 'logs']">manage_log</xsl:template>
-  <xsl:template match="@to[. = 'cron']">manage_crontab</xsl:template>
-  <xsl:template match="@to[. = 'shell']">manage_sh_access</xsl:template>
-  <xsl:template match="@to[. = 'many-sessions']">multiple-sessions</xsl:template>
-  <xsl:template match="@to"/>
+  <xsl:template match="right[@to = 'make-customers']"><permission name="create_clients" value="{not(@granted = 'no')}"/></xsl:template>
+  <xsl:template match="right[@to = 'make-sites']"><permission name="create_domains" value="{not(@granted = 'no')}"/></xsl:template>
+  <xsl:template match="right[@to = 'oversell']"><permission name="allow_oversell" value="{not(@granted = 'no')}"/></xsl:template>
+  <xsl:template match="right[@to = 'hosting']"><permission name="manage_phosting" value="{not(@granted = 'no')}"/></xsl:template>
+  <xsl:template match="right[@to = 'dns']"><permission name="manage_dns" value="{not(@granted = 'no')}"/></xsl:template>
+  <xsl:template match="right[@to = 'logs']"><permission name="manage_log" value="{not(@granted = 'no')}"/></xsl:template>
+  <xsl:template match="right[@to = 'cron']"><permission name="manage_crontab" value="{not(@granted = 'no')}"/></xsl:template>
+  <xsl:template match="right[@to = 'shell']"><permission name="manage_sh_access" value="{not(@granted = 'no')}"/></xsl:template>
+  <xsl:template match="right[@to = 'many-sessions']"><permission name="multiple-sessions" value="{not(@granted = 'no')}"/></xsl:template>
+  <xsl:template match="right"/>
 
   <!-- Limits ============================================================================== -->
 
   <xsl:template name="limits">
     <xsl:apply-templates select="quota"/>
     <xsl:apply-templates select="key('plan', @plan)/quota[not(@of = current()/quota/@of)]"/>
-    <xsl:if test="@closes">
-      <limit name="expiration">
-        <xsl:call-template name="number"><xsl:with-param name="value" select="@closes"/></xsl:call-template>
-      </limit>
-    </xsl:if>
+    <xsl:apply-templates select="@closes"/>
   </xsl:template>
 
-  <xsl:template match="quota">
-    <xsl:variable name="name"><xsl:apply-templates select="@of"/></xsl:variable>
-    <xsl:if test="string($name)">
-      <limit name="{$name}">
-        <xsl:choose>
-          <xsl:when test="@amount = 'unlimited'">-1</xsl:when>
-          <xsl:otherwise><xsl:apply-templates select="@amount"/></xsl:otherwise>
-        </xsl:choose>
-      </limit>
-    </xsl:if>
-  </xsl:template>
-
-  <xsl:template match="@of[. = 'disk']">disk_space</xsl:template>
-  <xsl:template match="@of[. = 'disk-warning']">disk_space_soft</xsl:template>
-  <xsl:template match="@of[. = 'traffic']">max_traffic</xsl:template>
-  <xsl:template match="@of[. = 'traffic-warning']">max_traffic_soft</xsl:template>
-  <xsl:template match="@of[. = 'mailbox-size']">mbox_quota</xsl:template>
-  <xsl:template match="@of[. = 'mailboxes']">max_box</xsl:template>
-  <xsl:template match="@of[. = 'databases']">max_db</xsl:template>
-  <xsl:template match="@of[. = 'lists']">max_maillists</xsl:template>
-  <xsl:template match="@of[. = 'sites']">max_dom</xsl:template>
-  <xsl:template match="@of[. = 'customers']">max_cl</xsl:template>
-  <xsl:template match="@of"/>
+  <xsl:template match="quota[@of = 'disk']"><limit name="disk_space"><xsl:apply-templates select="@amount" mode="size"/></limit></xsl:template>
+  <xsl:template match="quota[@of = 'disk-warning']"><limit name="disk_space_soft"><xsl:apply-templates select="@amount" mode="size"/></limit></xsl:template>
+  <xsl:template match="quota[@of = 'traffic']"><limit name="max_traffic"><xsl:apply-templates select="@amount" mode="size"/></limit></xsl:template>
+  <xsl:template match="quota[@of = 'traffic-warning']"><limit name="max_traffic_soft"><xsl:apply-templates select="@amount" mode="size"/></limit></xsl:template>
+  <xsl:template match="quota[@of = 'mailbox-size']"><limit name="mbox_quota"><xsl:apply-templates select="@amount" mode="size"/></limit></xsl:template>
+  <xsl:template match="quota[@of = 'mailboxes']"><limit name="max_box"><xsl:apply-templates select="@amount" mode="count"/></limit></xsl:template>
+  <xsl:template match="quota[@of = 'databases']"><limit name="max_db"><xsl:apply-templates select="@amount" mode="count"/></limit></xsl:template>
+  <xsl:template match="quota[@of = 'lists']"><limit name="max_maillists"><xsl:apply-templates select="@amount" mode="count"/></limit></xsl:template>
+  <xsl:template match="quota[@of = 'sites']"><limit name="max_dom"><xsl:apply-templates select="@amount" mode="count"/></limit></xsl:template>
+  <xsl:template match="quota[@of = 'customers']"><limit name="max_cl"><xsl:apply-templates select="@amount" mode="count"/></limit></xsl:template>
+  <xsl:template match="quota"/>
+  <xsl:template match="@closes"><limit name="expiration"><xsl:apply-templates select="." mode="count"/></limit></xsl:template>
 
   <!-- Sizes are given in units, the rest is counted. -->
-  <xsl:template match="@amount">
+  <xsl:template mode="count" match="@*">
     <xsl:call-template name="number"><xsl:with-param name="value" select="."/></xsl:call-template>
   </xsl:template>
-  <xsl:template match="quota[@of = 'disk' or @of = 'disk-warning' or @of = 'traffic' or
-                             @of = 'traffic-warning' or @of = 'mailbox-size']/@amount">
-    <xsl:variable name="unit">
-      <xsl:choose>
-        <xsl:when test="../@unit = 'B'">1</xsl:when>
-        <xsl:when test="../@unit = 'KB'">1024</xsl:when>
-        <xsl:when test="../@unit = 'GB'">1073741824</xsl:when>
-        <xsl:otherwise>1048576</xsl:otherwise>
-      </xsl:choose>
-    </xsl:variable>
-    <xsl:call-template name="number"><xsl:with-param name="value" select=". * $unit"/></xsl:call-template>
+  <xsl:template mode="size" match="@*">
+    <xsl:call-template name="number"><xsl:with-param name="value" select=". * 1048576"/></xsl:call-template>
   </xsl:template>
+  <xsl:template mode="size" match="quota[@unit = 'B']/@*">
+    <xsl:call-template name="number"><xsl:with-param name="value" select="."/></xsl:call-template>
+  </xsl:template>
+  <xsl:template mode="size" match="quota[@unit = 'KB']/@*">
+    <xsl:call-template name="number"><xsl:with-param name="value" select=". * 1024"/></xsl:call-template>
+  </xsl:template>
+  <xsl:template mode="size" match="quota[@unit = 'GB']/@*">
+    <xsl:call-template name="number"><xsl:with-param name="value" select=". * 1073741824"/></xsl:call-template>
+  </xsl:template>
+  <xsl:template mode="size" match="quota/@*[. = 'unlimited']" priority="1">-1</xsl:template>
+  <xsl:template mode="count" match="quota/@*[. = 'unlimited']" priority="1">-1</xsl:template>
 
   <!-- A whole number in decimal digits; XPath writes big ones with an exponent. Up to 2^53 they are
        exact. -->
