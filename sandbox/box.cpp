@@ -202,14 +202,21 @@ void fillEtc(const std::string& etc, const BoxOptions& options) {
 
 // ---- the product ---------------------------------------------------------
 
+// Links to all that the directory holds; what is there already stays.
+void linkEntries(const fs::path& directory, const std::string& target) {
+    if (!fs::is_directory(directory)) return;
+    for (const auto& entry : fs::directory_iterator(directory)) {
+        makeLink(fs::canonical(entry.path()), target + "/" + entry.path().filename().string());
+    }
+}
+
+// The agents are linked one by one, so that a state can have more of them.
 void fillRmk(const std::string& rmk) {
     makeDirs(rmk);
     makeDir(rmk + "/tmp", 0700);
     makeDir(rmk + "/agents");
-    if (!fs::is_directory(SANDBOX_SHARE_DIR)) return;
-    for (const auto& entry : fs::directory_iterator(SANDBOX_SHARE_DIR)) {
-        makeLink(fs::canonical(entry.path()), rmk + "/" + entry.path().filename().string());
-    }
+    linkEntries(SANDBOX_SHARE_DIR, rmk);
+    linkEntries(std::string(SANDBOX_SHARE_DIR) + "/agents", rmk + "/agents");
 }
 
 void fillProduct(const std::string& root, const BoxOptions& options) {

@@ -114,8 +114,13 @@ inline ProcessResult deployIn(Sandbox& box, const std::string& script, const Lin
     return box.runCommand(command);
 }
 
+// A file of the sources, by its path from their top.
+inline std::string sourceFile(const std::string& path) {
+    std::ifstream file(std::string(SOURCE_DIR) + "/" + path);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
 // A file of the example company.
 inline std::string example(const std::string& name) {
-    std::ifstream file(std::string(SOURCE_DIR) + "/examples/hosting-company/" + name);
-    return {std::istreambuf_iterator<char>(file), {}};
+    return sourceFile("examples/hosting-company/" + name);
 }

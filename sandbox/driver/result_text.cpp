@@ -52,7 +52,7 @@ std::string normalizeResult(const std::string& document) {
 std::string findReport(const std::string& err) {
     constexpr std::array<std::string_view, 10> kSigns = {
         "ERROR: AddressSanitizer",      "ERROR: LeakSanitizer", "WARNING: ThreadSanitizer",
-        "WARNING: MemorySanitizer",     "runtime error: ",      "Invalid read of size",
+        "WARNING: MemorySanitizer",     ": runtime error: ",    "Invalid read of size",
         "Invalid write of size",        "uninitialised value",  "are definitely lost",
         "AddressSanitizer:DEADLYSIGNAL"};
     const auto lineAt = [&](std::size_t at) {

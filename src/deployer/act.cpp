@@ -1,10 +1,11 @@
 #include "deployer/act.h"
 
-#include "commons/errors.h"
 #include "commons/session.h"
 #include "commons/termination.h"
+#include "deployer/agents_list.h"
 #include "deployer/deploy_dump.h"
 #include "deployer/signals.h"
+#include "deployer/translate_dump.h"
 #include "report/debug_log.h"
 #include "report/result_log.h"
 #include "report/termination_lines.h"
@@ -18,7 +19,8 @@ void action_delete_session() { theSession->remove(); }
 void runAction(const config& settings) {
     switch (action) {
         case kTranslateDump:
-            throw EXC(NotSupportedOperation) % "--translate-dump";
+            action_translate_dump(settings.agentName);
+            break;
         case kDeployDump:
             action_deploy_dump(settings.notify, settings.domainTemplate, settings.backupUser,
                                settings.backupUserType, settings.noRepository, settings.sessionPath,
@@ -37,7 +39,8 @@ void runAction(const config& settings) {
 
 void act(const config& settings) {
     if (action == kGetAgentsList) {
-        throw EXC(NotSupportedOperation) % "--get-agents-list";
+        getAgentsList()->saveDocToStdout();
+        return;
     }
     LogLifetimeController log;
     installKillHandler();

@@ -2,6 +2,7 @@
 
 #include <libxml/SAX2.h>
 #include <libxml/parser.h>
+#include <libxml/tree.h>
 #include <libxml/xmlerror.h>
 
 #include <limits>
@@ -114,6 +115,16 @@ xmlDoc* parseXmlText(const std::string& text) {
     const LimitedLoads limit(0);
     return limit.checked(xmlCtxtReadMemory(parser.get(), text.data(), static_cast<int>(text.size()),
                                            nullptr, nullptr, kParseOptions));
+}
+
+unsigned long elementCount(const xmlDoc* doc) {
+    xmlNode* last = xmlDocGetRootElement(doc);
+    for (xmlNode* below = last; below != nullptr; below = xmlLastElementChild(below)) {
+        last = below;
+    }
+    // The last element's number, as startElement wrote it.
+    const auto number = last == nullptr ? 0 : -reinterpret_cast<ptrdiff_t>(last->content);
+    return number > 0 ? static_cast<unsigned long>(number) : 0;
 }
 
 }  // namespace zelvo

@@ -21,4 +21,7 @@ xmlDoc* parseXmlFile(const char* fileName);
 // The same for a text in memory. A text of 2 GB or more gives null.
 xmlDoc* parseXmlText(const std::string& text);
 
+// The number of elements of a document that one of the two functions made; 0 of any other.
+unsigned long elementCount(const xmlDoc* doc);
+
 }  // namespace zelvo

@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "commons/errors.h"
+#include "xml/error_collector.h"
 #include "xml/output_name.h"
 #include "xml/parser.h"
 #include "xml/xml_errors.h"
@@ -35,6 +36,19 @@ xsltSecurityPrefs* securityPrefs() {
     return prefs.get();
 }
 
+// How much a stylesheet may do: the bigger the document, the more. What uses this up would never
+// end, such as a template that calls itself twice; depth alone stops only what calls itself once.
+constexpr unsigned long kInstructionsAtLeast = 1'000'000;
+constexpr unsigned long kInstructionsPerElement = 10'000;
+// A query may look at many nodes.
+constexpr unsigned long kQueryStepsPerInstruction = 100;
+
+void limitOperations(xsltTransformContext* context, const xmlDoc* document) {
+    const unsigned long elements = elementCount(document);
+    context->opLimit = kInstructionsAtLeast + kInstructionsPerElement * elements;
+    context->xpathCtxt->opLimit = kQueryStepsPerInstruction * context->opLimit;
+}
+
 }  // namespace
 
 int tXsltStylesheet::readFromFile(const char* fileName) {
@@ -56,6 +70,8 @@ void tXmlDocFromXslt::saveToFile(const char* fileName) {
     if (*fileName == 0) {
         throw EXC(AssertionFailed) % "*filename != 0";
     }
+    // What libxml2 says of a full disk is in the failure's cause and not for standard error.
+    const ErrorCollector unused;
     const int result =
         xsltSaveResultToFilename(outputName(fileName).c_str(), doc(), stylesheet_.get(), 0);
     if (result < 0) {
@@ -71,6 +87,7 @@ tXmlDocFromXslt apply_stylesheet(tXsltStylesheet& stylesheet, tXmlDocument& docu
         throw EXC(AssertionFailed) % "ctxt != NULL";
     }
     xsltSetCtxtSecurityPrefs(securityPrefs(), context.get());
+    limitOperations(context.get(), document.doc());
     XmlDocPtr result(xsltApplyStylesheetUser(style.get(), document.doc(), nullptr, nullptr, nullptr,
                                              context.get()));
     if (context->state == XSLT_STATE_ERROR) {

@@ -1,6 +1,7 @@
 #include "xml/validation.h"
 
 #include <libxml/parser.h>
+#include <libxml/uri.h>
 #include <libxml/valid.h>
 #include <libxml/xmlschemas.h>
 
@@ -37,11 +38,19 @@ using SchemaParserPtr = std::unique_ptr<xmlSchemaParserCtxt, Freeing<xmlSchemaFr
 using SchemaPtr = std::unique_ptr<xmlSchema, Freeing<xmlSchemaFree>>;
 using SchemaValidCtxtPtr = std::unique_ptr<xmlSchemaValidCtxt, Freeing<xmlSchemaFreeValidCtxt>>;
 
+// The name in the form in which xmlParseDTD opens just this file: it takes names for URIs, and
+// escapes a blank or a letter that is not ASCII twice.
+std::string toUri(const std::string& fileName) {
+    return takeXmlString(xmlURIEscapeStr(toXmlChar(fileName), BAD_CAST "/"));
+}
+
 }  // namespace
 
 void tExternalDtdDoc::readFromFile() {
     refuseNetwork();
-    dtd_ = XmlDtdPtr(xmlParseDTD(nullptr, toXmlChar(fileName_)));
+    // What libxml2 says of a bad file would go to standard error, as in readSchema.
+    const ErrorCollector unused;
+    dtd_ = XmlDtdPtr(xmlParseDTD(nullptr, toXmlChar(toUri(fileName_))));
     if (dtd_.get() == nullptr) {
         throw EXC(InvalidDtdFile) % fileName_;
     }
