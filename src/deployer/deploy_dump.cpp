@@ -4,6 +4,7 @@
 
 #include "commons/files.h"
 #include "commons/session.h"
+#include "content/regular_unpacker.h"
 #include "deployer/content_source.h"
 #include "report/log4cpp_setup.h"
 #include "report/migration_status.h"
@@ -25,15 +26,17 @@ void validate(tXmlZelvoDump& dump, const std::string& path, bool skipXsd) {
     validateSchema(dump, files::getZelvoRestoreSpecificationXsdFileName());
 }
 
-// The archives' repository, for the log. No unpacker reads it yet: elements with content are
+// What unpacks the content archives. There is none for a repository yet: elements with content are
 // reported where the walk meets them.
-void noteContentSource(bool noRepository, const std::string& repositoryPath) {
+std::shared_ptr<ContentUnpacker> makeUnpacker(bool noRepository,
+                                              const std::string& repositoryPath) {
     if (noRepository) {
         deployerCategory().debug("Content archives are expected in the session");
-    } else {
-        deployerCategory().debugStream()
-            << "Content archives are expected in the repository " << repositoryPath;
+        return std::make_shared<RegularUnpacker>();
     }
+    deployerCategory().debugStream()
+        << "Content archives are expected in the repository " << repositoryPath;
+    return nullptr;
 }
 
 }  // namespace
@@ -53,7 +56,8 @@ void action_deploy_dump(bool notify, const std::string& domainTemplate,
     tXmlZelvoDump dump(path.c_str());
     dump.initFileDoc("migration-dump");
     const XmlNode root(dump.doc(), dump.root());
-    noteContentSource(noRepository, chooseRepositoryPath(repositoryUrl, root, sessionPath));
+    const std::shared_ptr<ContentUnpacker> unpacker =
+        makeUnpacker(noRepository, chooseRepositoryPath(repositoryUrl, root, sessionPath));
     validate(dump, path, skipXsd);
 
     tDeployProgressReport report(status.get(), dump.getAccountsNum(), dump.getDomainsNum());
@@ -64,6 +68,7 @@ void action_deploy_dump(bool notify, const std::string& domainTemplate,
     tDeployDocAbility::root = root;
     tDeployDocAbility::domainTemplate = domainTemplate;
     tDeployDocAbility::notifyUsers = notify;
+    tDeployDocAbility::extractor = unpacker;
     tDeployDocAbility::backupUser = backupUser;
     tDeployDocAbility::backupUserType = backupUserType;
     tDeployDocAbility::suspend = suspend;

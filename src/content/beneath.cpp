@@ -1,0 +1,65 @@
+#include "content/beneath.h"
+
+#include <fcntl.h>
+#include <linux/openat2.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <tuple>
+
+namespace zelvo {
+
+namespace {
+
+// The type of file (S_IFMT) behind a descriptor, 0 for a closed one.
+mode_t typeOf(const Descriptor& file) {
+    struct stat status {};
+    return fstat(file.get(), &status) == 0 ? status.st_mode & S_IFMT : 0;
+}
+
+// What follows the directory and its slashes; "." for the directory itself.
+std::string relativePath(const std::string& directory, const std::string& path) {
+    const std::size_t start = path.find_first_not_of('/', directory.size());
+    return start == std::string::npos ? "." : path.substr(start);
+}
+
+}  // namespace
+
+Descriptor openBeneath(const std::string& directory, const std::string& path) {
+    if (!path.starts_with(directory)) {
+        return Descriptor();
+    }
+    const Descriptor root(open(directory.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    open_how how{};
+    how.flags = O_PATH | O_NOFOLLOW | O_CLOEXEC;
+    how.resolve = RESOLVE_BENEATH | RESOLVE_NO_MAGICLINKS;
+    const std::string relative = relativePath(directory, path);
+    return Descriptor(
+        static_cast<int>(syscall(SYS_openat2, root.get(), relative.c_str(), &how, sizeof(how))));
+}
+
+bool isFileOrDirectoryBeneath(const std::string& directory, const std::string& path) {
+    const mode_t type = typeOf(openBeneath(directory, path));
+    return type == S_IFREG || type == S_IFDIR;
+}
+
+void lchownBeneath(const std::string& directory, const std::string& path, uid_t owner,
+                   gid_t group) {
+    const Descriptor file = openBeneath(directory, path);
+    std::ignore = fchownat(file.get(), "", owner, group, AT_EMPTY_PATH);
+}
+
+void chmodBeneath(const std::string& directory, const std::string& path, mode_t mode) {
+    const Descriptor file = openBeneath(directory, path);
+    if (file.isOpen() && typeOf(file) != S_IFLNK) {
+        // fchmod refuses a descriptor that is a reference only.
+        std::ignore = chmod(("/proc/self/fd/" + std::to_string(file.get())).c_str(), mode);
+    }
+}
+
+bool hasParentStep(const std::string& path) {
+    return ("/" + path + "/").find("/../") != std::string::npos;
+}
+
+}  // namespace zelvo

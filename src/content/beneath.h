@@ -1,0 +1,29 @@
+// Work on what an archive left in a directory. The names and the links in an archive are its
+// author's, so each path is resolved by the kernel with the directory as its bound.
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+
+#include "exec/descriptor.h"
+
+namespace zelvo {
+
+// Opens a path for reference only (Linux openat2, O_PATH); a link at its end is opened itself.
+// path: begins with the directory's. Returns a closed descriptor when it does not, when nothing is
+// there, or when a link or ".." on the way leads out of the directory.
+Descriptor openBeneath(const std::string& directory, const std::string& path);
+
+// True for a regular file or a directory that openBeneath reaches.
+bool isFileOrDirectoryBeneath(const std::string& directory, const std::string& path);
+
+// As lchown and chmod (POSIX) on what openBeneath reaches; a link is given an owner but no mode.
+// Nothing tells of a failure. owner, group: -1 cast to the type leaves it.
+void lchownBeneath(const std::string& directory, const std::string& path, uid_t owner, gid_t group);
+void chmodBeneath(const std::string& directory, const std::string& path, mode_t mode);
+
+// True when one of the path's components is "..".
+bool hasParentStep(const std::string& path);
+
+}  // namespace zelvo

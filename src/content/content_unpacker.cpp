@@ -1,0 +1,98 @@
+#include "content/content_unpacker.h"
+
+#include <algorithm>
+
+#include "content/accounts.h"
+#include "content/beneath.h"
+#include "content/content_errors.h"
+#include "content/destination.h"
+#include "content/file_status_preserver.h"
+#include "content/front_page.h"
+#include "lib/zelvo_ugid.h"
+#include "report/debug_log.h"
+
+namespace zelvo {
+
+namespace {
+
+gid_t groupId(const std::string& group) {
+    return group == accounts::kRoot || group == accounts::kRootGroup ? 0
+                                                                     : get_group_id(group.c_str());
+}
+
+// The full path of what the archive lists with a leading ".", "/" or neither. Whatever an archive
+// holds goes below the destination, so a name that still climbs is not where its member went.
+std::string fullPath(const std::string& destination, const std::string& name) {
+    std::size_t start = name.at(0) == '.' ? 1 : 0;
+    if (start < name.size() && name[start] == '/') {
+        ++start;
+    }
+    const std::string rest = name.substr(start);
+    if (hasParentStep(rest)) {
+        throw EXC(UnExpectedResult) % ("the archive has a name that leads out of " + destination);
+    }
+    return destination + "/" + rest;
+}
+
+}  // namespace
+
+ContentUnpacker::Paths ContentUnpacker::untar(const Cid& cid, const std::string& destination,
+                                              const Paths& includes, const std::string& user,
+                                              const std::string& group, mode_t mode) {
+    theDebugLog->log("Unpack file to '" + destination + "' User: '" + user + "', group '" + group +
+                     "'");
+    Paths distinct = includes;
+    distinct.erase(std::unique(distinct.begin(), distinct.end()), distinct.end());
+    const uid_t uid = get_user_id(user.c_str());
+    const gid_t gid = groupId(group);
+    create_destdir(destination, uid, gid, mode);
+    const FileStatusPreserver preserver(destination);
+    Paths paths = unpackTar(cid, destination, distinct);
+    for (std::string& path : paths) {
+        path = fullPath(destination, path);
+    }
+    return paths;
+}
+
+ContentUnpacker::Paths ContentUnpacker::untar(const Cid& cid, const std::string& destination,
+                                              const std::string& user, const std::string& group,
+                                              mode_t mode) {
+    return untar(cid, destination, Paths(), user, group, mode);
+}
+
+ContentUnpacker::Paths ContentUnpacker::untar(const Cid& cid, const std::string& destination,
+                                              const std::string& offset, const std::string& user,
+                                              const std::string& group, mode_t mode) {
+    if (offset.empty()) {
+        return untar(cid, destination, user, group, mode);
+    }
+    const std::string above = aboveOffset(destination, offset);
+    if (above != destination) {
+        theDebugLog->log("Change destination path to '" + above + "' using offset '" + offset +
+                         "'");
+    }
+    return untar(cid, above, Paths{offset}, user, group, mode);
+}
+
+ContentUnpacker::Paths ContentUnpacker::unpack_hosting_cid(const Cid& cid,
+                                                           const std::string& destination,
+                                                           const std::string& offset,
+                                                           const std::string& user,
+                                                           const std::string& group, mode_t mode) {
+    return untar(cid, destination, offset, user, group, mode);
+}
+
+ContentUnpacker::Paths ContentUnpacker::unpack_hosting_cid_with_fp(
+    const Cid& cid, const std::string& domain, const std::string& destination,
+    const std::string& offset, const std::string& user, const std::string& group, mode_t mode) {
+    Paths paths = unpack_hosting_cid(cid, destination, offset, user, group, mode);
+    const std::string unpackedIn = aboveOffset(destination, offset);
+    for (const std::string& path : paths) {
+        if (openBeneath(unpackedIn, path).isOpen()) {
+            apply_hosting_cid_with_fp(domain, destination, path);
+        }
+    }
+    return paths;
+}
+
+}  // namespace zelvo

@@ -1,0 +1,25 @@
+// Keeps the mode and the owner of a path over work that changes them.
+#pragma once
+
+#include <sys/stat.h>
+
+#include <string>
+
+namespace zelvo {
+
+// Takes mode, owner and group of a path when it is made and puts them back when it ends: archives
+// carry attributes of their top directory, which tar gives to the directory that it unpacks into.
+class FileStatusPreserver {
+  public:
+    // path: followed when it is a link. Raises CantStatFile.
+    explicit FileStatusPreserver(const std::string& path);
+    ~FileStatusPreserver();
+    FileStatusPreserver(const FileStatusPreserver&) = delete;
+    FileStatusPreserver& operator=(const FileStatusPreserver&) = delete;
+
+  private:
+    std::string path_;
+    struct stat status_ {};
+};
+
+}  // namespace zelvo

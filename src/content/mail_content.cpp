@@ -1,0 +1,136 @@
+// Mail: its owners, the conversion of mailboxes and of the spam filter's data.
+#include "commons/files.h"
+#include "content/accounts.h"
+#include "content/beneath.h"
+#include "content/content_errors.h"
+#include "content/content_unpacker.h"
+#include "content/unpack_directory.h"
+#include "exec/log_exec_cmd.h"
+#include "lib/zelvo_ugid.h"
+
+#include <unistd.h>
+
+#include <string_view>
+#include <tuple>
+
+namespace zelvo {
+
+using namespace accounts;
+using Paths = ContentUnpacker::Paths;
+
+namespace {
+
+constexpr const char* kSpamDirectory = ".spamassassin";
+constexpr mode_t kSharedMode = 0770;
+
+std::string mailDir(const std::string& domain) { return files::getMailDir() + "/" + domain; }
+
+std::string maildirOf(const std::string& domain, const std::string& mailName) {
+    return mailDir(domain) + "/" + mailName + "/Maildir";
+}
+
+tLogExecCmd asMailUser(const std::string& utility) {
+    tLogExecCmd command(utility);
+    command.uid = get_user_id(kMail);
+    return command;
+}
+
+// Once the converter has said that it has nothing to do here, convert stays false.
+void convertSpamData(const std::string& directory, bool& convert) {
+    if (!convert) {
+        return;
+    }
+    tLogExecCmd converter = asMailUser(files::getSAConvertFileName());
+    converter << directory;
+    convert = converter.exec(std::nothrow) != 1;
+}
+
+// Gives the panel what of a domain's mail is its own.
+class MailSorter {
+  public:
+    explicit MailSorter(std::string directory) : directory_(std::move(directory)) {
+        std::ignore = zelvo_ugid(kPanel, &owner_, &group_);
+    }
+
+    void sort(const std::string& path) const {
+        static bool convert = true;
+        const std::size_t start = directory_.size() + (path.size() > directory_.size() ? 1 : 0);
+        const std::size_t slash = path.find('/', start);
+        if (slash == std::string::npos) {
+            return;
+        }
+        // This text starts with the slash, so neither name is ever met.
+        const std::string_view rest = std::string_view(path).substr(slash);
+        if (rest.starts_with("Maildir")) {
+            return;
+        }
+        if (rest.starts_with(kSpamDirectory) && convert) {
+            convertSpamData(
+                directory_ + "/" + path.substr(start, slash + 1 - start) + kSpamDirectory, convert);
+            return;
+        }
+        // The path is a full one already, so this names nothing as a rule, and the mail stays the
+        // mail user's.
+        lchownBeneath(directory_, directory_ + "/" + path, owner_, group_);
+        chmodBeneath(directory_, directory_ + "/" + path, kSharedMode);
+    }
+
+  private:
+    std::string directory_;
+    uid_t owner_ = 0;
+    gid_t group_ = 0;
+};
+
+}  // namespace
+
+Paths ContentUnpacker::extractDomainMail(const Cid& cid, const std::string& domain,
+                                         const Paths& includes) {
+    const std::string directory = mailDir(domain);
+    Paths paths = untar(cid, directory, includes, kMail, kMail, 0);
+    const MailSorter sorter(directory);
+    for (const std::string& path : paths) {
+        sorter.sort(path);
+    }
+    return paths;
+}
+
+Paths ContentUnpacker::extractSpamAssassinContent(const Cid& cid, const std::string& domain,
+                                                  const std::string& mailName, bool& convert,
+                                                  const std::string& offset) {
+    const std::string directory = mailDir(domain) + "/" + mailName + "/" + kSpamDirectory;
+    Paths paths = unpack_hosting_cid(cid, directory, offset, kMail, kMail, kSharedMode);
+    convertSpamData(directory, convert);
+    return paths;
+}
+
+bool ContentUnpacker::mdir2mdir(const Cid& cid, const std::string& domain,
+                                const std::string& mailName, const std::string& offset) {
+    untar(cid, maildirOf(domain, mailName), offset, kMail, kMail, 0);
+    return true;
+}
+
+bool ContentUnpacker::mbox2mdir(const Cid& cid, const std::string& domain,
+                                const std::string& mailName, bool single_file,
+                                const std::string& offset) {
+    // Before there is anything that the end of the process, which a missing account brings, could
+    // leave behind.
+    tLogExecCmd converter = asMailUser(files::getMb2mdFileName());
+    const gid_t group = get_group_id(kMail);
+    UnpackDirectory temporary;
+    const Paths paths = untar(cid, temporary.path(), offset, kMail, kMail, 0);
+    std::ignore = chown(temporary.path().c_str(), converter.uid, group);
+    std::string source = temporary.path();
+    if (single_file) {
+        if (paths.empty() || !isFileOrDirectoryBeneath(temporary.path(), paths.front())) {
+            throw EXC(UnExpectedResult) % "there is no mailbox in the archive";
+        }
+        source = paths.front();
+        temporary.cleanInstead(source);
+    }
+    converter << "-s" << source << "-R"
+              << "-d" << maildirOf(domain, mailName);
+    converter.exec();
+    return true;
+}
+
+}  // namespace zelvo

@@ -1,0 +1,79 @@
+#include "content/regular_unpacker.h"
+
+#include "commons/session.h"
+#include "content/beneath.h"
+#include "content/content_errors.h"
+#include "content/database_client.h"
+#include "content/null_separated.h"
+#include "content/unpack_directory.h"
+#include "exec/log_exec_cmd.h"
+#include "report/debug_log.h"
+
+namespace zelvo {
+
+namespace {
+
+// The first volume. Raises std::out_of_range for a cid without files.
+std::string archiveOf(const Cid& cid) {
+    return theSession->getCidFile(cid.path + "/" + cid.files.at(0));
+}
+
+// Runs work whose failures end here. complaint: the last line of the debug log about one.
+template <class Work>
+void tolerated(const std::string& complaint, Work&& work) {
+    try {
+        work();
+        return;
+    } catch (const ExTraceable& failure) {
+        theDebugLog->log(failure);
+    } catch (...) {
+        // There is nothing to be told of it.
+    }
+    theDebugLog->log(complaint);
+}
+
+}  // namespace
+
+ContentUnpacker::Paths RegularUnpacker::unpackTar(const Cid& cid, const std::string& destination,
+                                                  const Paths& /*includes*/) {
+    theDebugLog->log("regularUnpacker:unpack '" + cid.str() + "' to '" + destination + "'");
+    Paths names;
+    tolerated("Can untar", [&] {
+        tLogExecCmd tar("tar");
+        tar << "-xvf" << archiveOf(cid) << "-C" << destination;
+        tar.exec();
+        if (tar.stdout.ends_with('\n')) {
+            tar.stdout.pop_back();
+        }
+        names = parse_nullseparated(tar.stdout);
+    });
+    return names;
+}
+
+void RegularUnpacker::extractPart(const Cid& cid, const std::string& destination) {
+    theDebugLog->log("regularUnpacker:extract '" + cid.str() + "' to '" + destination + "'");
+    tolerated("Cannot copy", [&] {
+        tLogExecCmd cp("cp");
+        cp << archiveOf(cid) << destination;
+        cp.exec();
+    });
+}
+
+void RegularUnpacker::unpackDb(const Cid& cid, const DbServerAccess& server,
+                               const std::string& database) {
+    theDebugLog->log("regularUnpacker:extunpackdb " + cid.str());
+    const UnpackDirectory temporary;
+    const Paths names = unpackTar(cid, temporary.path(), Paths());
+    if (names.empty()) {
+        throw EXC(UnExpectedResult) % "empty extract file list";
+    }
+    const std::string dump = temporary.path() + "/" + names.front();
+    // The client reads its commands line by line, so a name with a line feed would be a command of
+    // the archive's author; and through a link it would read a file of this server.
+    if (!isFileOrDirectoryBeneath(temporary.path(), dump)) {
+        throw EXC(UnExpectedResult) % "the archive does not hold one database dump";
+    }
+    loadDatabase(server, database, dump);
+}
+
+}  // namespace zelvo
