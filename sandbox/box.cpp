@@ -97,9 +97,11 @@ constexpr char kPassword[] = "panel-in-a-box\n";
 // Ids that differ between user and group show where one is taken for the other.
 constexpr const char* kUsers[] = {"qrdadm:x:2110:2120:panel:/opt/qrd/admin:/bin/false",
                                   "popuser:x:2111:2121:mail:/opt/qrd/var/mailnames:/bin/false",
-                                  "mailman:x:2112:2122:mail lists:/opt/qrd/mailman:/bin/false"};
-constexpr const char* kGroups[] = {"qrdadm:x:2120:", "popuser:x:2121:", "mailman:x:2122:",
-                                   "qrdcln:x:2123:", "qrdserv:x:2124:", "qrdftp:x:2125:"};
+                                  "mailman:x:2112:2122:mail lists:/opt/qrd/mailman:/bin/false",
+                                  "list:x:2116:2126:list archives:/opt/qrd/mailman:/bin/false"};
+constexpr const char* kGroups[] = {
+    "qrdadm:x:2120:",  "popuser:x:2121:", "mailman:x:2122:", "qrdcln:x:2123:",
+    "qrdserv:x:2124:", "qrdftp:x:2125:",  "list:x:2126:"};
 
 void mountOrFail(const std::string& source, const std::string& target, unsigned long flags) {
     if (mount(source.c_str(), target.c_str(), nullptr, flags, nullptr) != 0) {

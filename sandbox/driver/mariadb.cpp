@@ -1,10 +1,9 @@
 #include "mariadb.h"
 
+#include "free_port.h"
 #include "process.h"
 
-#include <arpa/inet.h>
 #include <gtest/gtest.h>
-#include <netinet/in.h>
 #include <sched.h>
 #include <sys/mount.h>
 #include <sys/socket.h>
@@ -61,20 +60,6 @@ class Socket {
   private:
     int fd_;
 };
-
-int freePort() {
-    const Socket listener(AF_INET);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t size = sizeof address;
-    auto* const generic = reinterpret_cast<sockaddr*>(&address);
-    if (bind(listener.fd(), generic, size) != 0 ||
-        getsockname(listener.fd(), generic, &size) != 0) {
-        throw std::runtime_error("no free port for the database server");
-    }
-    return ntohs(address.sin_port);
-}
 
 bool somebodyListens() {
     const Socket client(AF_UNIX);

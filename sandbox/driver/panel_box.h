@@ -1,5 +1,5 @@
-// A panel's /etc for a test program, in a mount namespace of the program's own: the user that owns
-// what is written, and a product root. Beside it, what a test reads of a failure.
+// A panel's /etc for a test program, in a mount namespace of the program's own: the users and
+// groups that own what is written, and a product root. Beside it, what a test reads of a failure.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -18,7 +18,12 @@ struct PanelBox : testing::Environment {
     void SetUp() override {
         std::filesystem::create_directories(dir.path("etc/qrd"));
         std::filesystem::create_directories(dir.path("product/RMK"));
-        dir.write("etc/passwd", "root:x:0:0:::\nqrdadm:x:4711:4712:::\n");
+        dir.write("etc/passwd",
+                  "root:x:0:0:::\nqrdadm:x:4711:4712:::\npopuser:x:4713:4714:::\n"
+                  "list:x:4715:4716:::\nwebmaster:x:4717:4718:::\npostgres:x:4721:4722:::\n");
+        dir.write("etc/group",
+                  "qrdadm:x:4712:\npopuser:x:4714:\nlist:x:4716:\nqrdcln:x:4718:\n"
+                  "qrdserv:x:4719:\nqrdftp:x:4720:\npostgres:x:4722:\n");
         dir.write("etc/qrd/qrd.conf", "PRODUCT_ROOT_D " + dir.path("product") + "\n");
         if (unshare(CLONE_NEWNS) != 0 ||
             mount("none", "/", "none", MS_REC | MS_PRIVATE, nullptr) != 0 ||
