@@ -12,7 +12,7 @@ namespace zelvo {
 
 namespace {
 
-// The type of file (S_IFMT) behind a descriptor, 0 for a closed one.
+// 0 for a closed descriptor.
 mode_t typeOf(const Descriptor& file) {
     struct stat status {};
     return fstat(file.get(), &status) == 0 ? status.st_mode & S_IFMT : 0;
@@ -39,9 +39,8 @@ Descriptor openBeneath(const std::string& directory, const std::string& path) {
         static_cast<int>(syscall(SYS_openat2, root.get(), relative.c_str(), &how, sizeof(how))));
 }
 
-bool isFileOrDirectoryBeneath(const std::string& directory, const std::string& path) {
-    const mode_t type = typeOf(openBeneath(directory, path));
-    return type == S_IFREG || type == S_IFDIR;
+mode_t typeBeneath(const std::string& directory, const std::string& path) {
+    return typeOf(openBeneath(directory, path));
 }
 
 void lchownBeneath(const std::string& directory, const std::string& path, uid_t owner,

@@ -15,8 +15,8 @@ namespace zelvo {
 // there, or when a link or ".." on the way leads out of the directory.
 Descriptor openBeneath(const std::string& directory, const std::string& path);
 
-// True for a regular file or a directory that openBeneath reaches.
-bool isFileOrDirectoryBeneath(const std::string& directory, const std::string& path);
+// The type (S_IFREG and its kind, POSIX) of what openBeneath reaches, 0 for nothing.
+mode_t typeBeneath(const std::string& directory, const std::string& path);
 
 // As lchown and chmod (POSIX) on what openBeneath reaches; a link is given an owner but no mode.
 // Nothing tells of a failure. owner, group: -1 cast to the type leaves it.

@@ -20,8 +20,8 @@ gid_t groupId(const std::string& group) {
                                                                      : get_group_id(group.c_str());
 }
 
-// The full path of what the archive lists with a leading ".", "/" or neither. Whatever an archive
-// holds goes below the destination, so a name that still climbs is not where its member went.
+// The full path of what the archive lists with a leading ".", "/" or neither. Nothing is unpacked
+// above the destination, so a path that climbs would lead its users to what was never unpacked.
 std::string fullPath(const std::string& destination, const std::string& name) {
     std::size_t start = name.at(0) == '.' ? 1 : 0;
     if (start < name.size() && name[start] == '/') {

@@ -1,4 +1,10 @@
 // Mail: its owners, the conversion of mailboxes and of the spam filter's data.
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <string_view>
+#include <tuple>
+
 #include "commons/files.h"
 #include "content/accounts.h"
 #include "content/beneath.h"
@@ -7,11 +13,6 @@
 #include "content/unpack_directory.h"
 #include "exec/log_exec_cmd.h"
 #include "lib/zelvo_ugid.h"
-
-#include <unistd.h>
-
-#include <string_view>
-#include <tuple>
 
 namespace zelvo {
 
@@ -43,6 +44,16 @@ void convertSpamData(const std::string& directory, bool& convert) {
     tLogExecCmd converter = asMailUser(files::getSAConvertFileName());
     converter << directory;
     convert = converter.exec(std::nothrow) != 1;
+}
+
+// The first path. Through a link the converter, and what cleans up behind it, would reach a file of
+// this server.
+std::string mailboxAmong(const Paths& paths, const std::string& directory) {
+    const mode_t type = paths.empty() ? 0 : typeBeneath(directory, paths.front());
+    if (type != S_IFREG && type != S_IFDIR) {
+        throw EXC(UnExpectedResult) % "there is no mailbox in the archive";
+    }
+    return paths.front();
 }
 
 // Gives the panel what of a domain's mail is its own.
@@ -121,10 +132,7 @@ bool ContentUnpacker::mbox2mdir(const Cid& cid, const std::string& domain,
     std::ignore = chown(temporary.path().c_str(), converter.uid, group);
     std::string source = temporary.path();
     if (single_file) {
-        if (paths.empty() || !isFileOrDirectoryBeneath(temporary.path(), paths.front())) {
-            throw EXC(UnExpectedResult) % "there is no mailbox in the archive";
-        }
-        source = paths.front();
+        source = mailboxAmong(paths, temporary.path());
         temporary.cleanInstead(source);
     }
     converter << "-s" << source << "-R"

@@ -1,5 +1,7 @@
 #include "content/regular_unpacker.h"
 
+#include <sys/stat.h>
+
 #include "commons/session.h"
 #include "content/beneath.h"
 #include "content/content_errors.h"
@@ -70,7 +72,7 @@ void RegularUnpacker::unpackDb(const Cid& cid, const DbServerAccess& server,
     const std::string dump = temporary.path() + "/" + names.front();
     // The client reads its commands line by line, so a name with a line feed would be a command of
     // the archive's author; and through a link it would read a file of this server.
-    if (!isFileOrDirectoryBeneath(temporary.path(), dump)) {
+    if (typeBeneath(temporary.path(), dump) != S_IFREG) {
         throw EXC(UnExpectedResult) % "the archive does not hold one database dump";
     }
     loadDatabase(server, database, dump);
