@@ -12,12 +12,6 @@ namespace zelvo {
 
 namespace {
 
-// 0 for a closed descriptor.
-mode_t typeOf(const Descriptor& file) {
-    struct stat status {};
-    return fstat(file.get(), &status) == 0 ? status.st_mode & S_IFMT : 0;
-}
-
 // What follows the directory and its slashes; "." for the directory itself.
 std::string relativePath(const std::string& directory, const std::string& path) {
     const std::size_t start = path.find_first_not_of('/', directory.size());
@@ -40,7 +34,9 @@ Descriptor openBeneath(const std::string& directory, const std::string& path) {
 }
 
 mode_t typeBeneath(const std::string& directory, const std::string& path) {
-    return typeOf(openBeneath(directory, path));
+    const Descriptor file = openBeneath(directory, path);
+    struct stat status {};
+    return fstat(file.get(), &status) == 0 ? status.st_mode & S_IFMT : 0;
 }
 
 void lchownBeneath(const std::string& directory, const std::string& path, uid_t owner,
@@ -51,10 +47,9 @@ void lchownBeneath(const std::string& directory, const std::string& path, uid_t 
 
 void chmodBeneath(const std::string& directory, const std::string& path, mode_t mode) {
     const Descriptor file = openBeneath(directory, path);
-    if (file.isOpen() && typeOf(file) != S_IFLNK) {
-        // fchmod refuses a descriptor that is a reference only.
-        std::ignore = chmod(("/proc/self/fd/" + std::to_string(file.get())).c_str(), mode);
-    }
+    // fchmod refuses a descriptor that is a reference only; this is the same file, and not what it
+    // names if it is a link.
+    std::ignore = chmod(("/proc/self/fd/" + std::to_string(file.get())).c_str(), mode);
 }
 
 bool hasParentStep(const std::string& path) {

@@ -97,7 +97,9 @@ TEST_F(MailContentTest, ChangesNothingOutsideTheDomainsMail) {
 TEST_F(MailContentTest, RewritesTheAccessFilesOfADocumentRoot) {
     const std::string to = dir.path("new/httpdocs");
     const std::string old = "AuthFile /old/a.com/httpsdocs/x\n";
-    const std::string secret = dir.write("secret", old);
+    const std::string outside = dir.path("outside");
+    std::filesystem::create_directory(outside);
+    const std::string secret = dir.write("outside/.htaccess", old);
     unpacker.work = [&](const std::string& above) {
         const std::string root = above + "httpdocs";
         std::filesystem::create_directories(root + "/d");
@@ -107,10 +109,10 @@ TEST_F(MailContentTest, RewritesTheAccessFilesOfADocumentRoot) {
         }
         std::filesystem::create_directory(root + "/link");
         std::filesystem::create_symlink(secret, root + "/link/.htaccess");
-        dir.write("secrets.htaccess", old);
+        std::filesystem::create_directory_symlink(outside, root + "/out");
     };
     unpacker.names = {"httpdocs/d/.htaccess", "httpdocs/access.cnf", "httpdocs/my.htaccess",
-                      "httpdocs/link/.htaccess"};
+                      "httpdocs/link/.htaccess", "httpdocs/out/.htaccess"};
     unpacker.extractDomainDocRoot(cid, "a.com", to, "webmaster", "httpdocs");
     const std::string mended = "AuthFile " + to + "/x\n";
     EXPECT_EQ(contentOf(to + "/d/.htaccess"), mended);
@@ -118,6 +120,7 @@ TEST_F(MailContentTest, RewritesTheAccessFilesOfADocumentRoot) {
     EXPECT_EQ(contentOf(to + "/my.htaccess"), old);
     EXPECT_EQ(attributesOf(to + "/d/.htaccess"), "100604 7:8");
     EXPECT_TRUE(std::filesystem::is_symlink(to + "/link/.htaccess"));
+    EXPECT_EQ(contentOf(secret), old);
 
     // A name from a dump must not become a command of sed.
     zelvo::apply_hosting_cid_with_fp("x|y|;w " + dir.path("written") + "\n;s|", to,
