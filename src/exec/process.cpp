@@ -114,8 +114,8 @@ std::array<bool, 3> waitReady(const RunPipes& pipes) {
 // little never meets it. rounds: of reading so far. size: what they brought.
 void pauseForMore(std::size_t rounds, std::size_t size) {
     constexpr std::size_t kManyRounds = 64;
-    constexpr std::size_t kGoodRead = 2048;
-    constexpr int kPauseMilliseconds = 1;
+    constexpr std::size_t kGoodRead = 8192;
+    constexpr int kPauseMilliseconds = 5;
     if (rounds > kManyRounds && size / rounds < kGoodRead) {
         poll(nullptr, 0, kPauseMilliseconds);
     }
