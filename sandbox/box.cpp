@@ -215,7 +215,7 @@ void linkEntries(const fs::path& directory, const std::string& target) {
 // The agents are linked one by one, so that a state can have more of them.
 void fillRmk(const std::string& rmk) {
     makeDirs(rmk);
-    makeDir(rmk + "/tmp", 0700);
+    makeDir(rmk + "/tmp", 0711);
     makeDir(rmk + "/agents");
     linkEntries(SANDBOX_SHARE_DIR, rmk);
     linkEntries(std::string(SANDBOX_SHARE_DIR) + "/agents", rmk + "/agents");

@@ -2,6 +2,7 @@
 
 #include "commons/files.h"
 #include "exec/log_exec_cmd.h"
+#include "report/debug_log.h"
 
 namespace zelvo {
 
@@ -13,15 +14,40 @@ void addUnlessEmpty(CmdLine& command, const char* option, const std::string& val
     }
 }
 
-void loadMysql(const DbServerAccess& server, const std::string& database, const std::string& dump) {
+// Where --no-defaults stands: some clients know it as their very first argument only.
+enum class NoDefaults { kBehindServer, kFirst };
+
+tLogExecCmd mysqlClient(const DbServerAccess& server, const std::string& database,
+                        const std::string& dump, NoDefaults place) {
     tLogExecCmd mysql(files::getMysqlBinDir() + "/mysql");
     mysql.setEnv("MYSQL_PWD", server.password);
+    if (place == NoDefaults::kFirst) {
+        mysql << "--no-defaults";
+    }
     mysql << "-u" << server.login;
     addUnlessEmpty(mysql, "-h", server.host);
     addUnlessEmpty(mysql, "-P", server.port);
-    mysql << "--no-defaults" << database;
+    if (place == NoDefaults::kBehindServer) {
+        mysql << "--no-defaults";
+    }
+    mysql << database;
     mysql.stdin = "source " + dump + ";\nexit\n";
-    mysql.exec();
+    return mysql;
+}
+
+void loadMysql(const DbServerAccess& server, const std::string& database, const std::string& dump) {
+    tLogExecCmd mysql = mysqlClient(server, database, dump, NoDefaults::kBehindServer);
+    try {
+        mysql.exec();
+        return;
+    } catch (const ExTraceable&) {
+        // A client that refuses the option has not connected yet, so nothing is loaded twice.
+        if (mysql.stderr.find(": unknown option '--no-defaults'") == std::string::npos) {
+            throw;
+        }
+    }
+    theDebugLog->log(std::string("The client wants --no-defaults in front."));
+    mysqlClient(server, database, dump, NoDefaults::kFirst).exec();
 }
 
 void loadPostgresql(const DbServerAccess& server, const std::string& database,

@@ -7,9 +7,9 @@
 
 namespace zelvo {
 
-// Runs the client. That of "mysql" has to take --no-defaults behind other options; one that knows
-// it in the first place only, as MariaDB's 10.11 does, refuses the call. server: a type other than
-// "mysql" and "postgresql" loads nothing. database: its name. dump: path of the dump, without line
+// Runs the client. A "mysql" that refuses --no-defaults behind other options, as MariaDB's 10.11
+// does, is called again with it in front. server: a type other than "mysql" and "postgresql" loads
+// nothing. database: its name. dump: path of the dump, without line
 // feeds. Needs theDebugLog, where the password stands in clear. Raises ExecCmd::Failed.
 void loadDatabase(const DbServerAccess& server, const std::string& database,
                   const std::string& dump);

@@ -16,13 +16,9 @@ class UnpackDbTest : public Unpacking {
   protected:
     UnpackDbTest() {
         std::filesystem::remove(box("calls"));
-        const std::string note = "for a; do printf '%s\\n' \"$a\"; done > " + box("calls") +
+        const std::string note = "for a; do printf '%s\\n' \"$a\"; done >> " + box("calls") +
                                  "\n[ \"$MYSQL_PWD$PGPASSWORD\" = none ] && exit\n";
-        // This one's client takes --no-defaults in front of all else only.
-        writeProgram(box("bin/mysql"), note +
-                                           "for a; do shift; [ \"$a\" = --no-defaults ] || "
-                                           "set -- \"$@\" \"$a\"; done\n"
-                                           "exec mariadb --no-defaults \"$@\"\n");
+        writeProgram(box("bin/mysql"), note + "exec mariadb \"$@\"\n");
         writeProgram(box("bin/pg_restore"), note + "exec /usr/bin/pg_restore \"$@\"\n");
     }
     // No way out may leave the dump behind.
@@ -56,7 +52,9 @@ TEST_F(UnpackDbTest, LoadsIntoMariaDb) {
     DbServerAccess access{"mysql", "loader", kPassword, "127.0.0.1", port};
     EXPECT_EQ(fault(access), "");
     EXPECT_EQ(server.query("select a from shop.t"), "one\ntwo\n");
-    EXPECT_EQ(calls(), "-u\nloader\n-h\n127.0.0.1\n-P\n" + port + "\n--no-defaults\nshop\n");
+    const std::string address = "-u\nloader\n-h\n127.0.0.1\n-P\n" + port + "\n";
+    EXPECT_EQ(calls(), address + "--no-defaults\nshop\n--no-defaults\n" + address + "shop\n")
+        << "this client takes the option in front of all else only";
 
     access.password = "wrong";
     EXPECT_THAT(fault(access), testing::AllOf(testing::StartsWith("ExecCmd::Failed: Execution of "),
