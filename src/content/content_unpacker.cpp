@@ -90,6 +90,9 @@ ContentUnpacker::Paths ContentUnpacker::unpack_hosting_cid_with_fp(
     for (const std::string& path : paths) {
         if (openBeneath(unpackedIn, path).isOpen()) {
             apply_hosting_cid_with_fp(domain, destination, path);
+        } else {
+            theDebugLog->log("Nothing of this path is rewritten, as it is not below '" +
+                             unpackedIn + "': " + path);
         }
     }
     return paths;

@@ -117,7 +117,7 @@ class ContentUnpacker {
     Paths extractAutoResponder(const Cid& cid, const std::string& name, const std::string& subName,
                                const std::string& offset);
     // convert: convert the filter's data to this server's form; set to false when the converter
-    // answers that there is nothing to convert (code 1).
+    // ends with code 1, as one that cannot be started does too.
     Paths extractSpamAssassinContent(const Cid& cid, const std::string& domain,
                                      const std::string& mailName, bool& convert,
                                      const std::string& offset);

@@ -8,6 +8,9 @@ namespace zelvo {
 
 namespace {
 
+constexpr const char* kMysql = "mysql";
+constexpr const char* kPostgresql = "postgresql";
+
 void addUnlessEmpty(CmdLine& command, const char* option, const std::string& value) {
     if (!value.empty()) {
         command << option << value;
@@ -64,11 +67,15 @@ void loadPostgresql(const DbServerAccess& server, const std::string& database,
 
 }  // namespace
 
+bool hasClient(const DbServerAccess& server) {
+    return server.type == kMysql || server.type == kPostgresql;
+}
+
 void loadDatabase(const DbServerAccess& server, const std::string& database,
                   const std::string& dump) {
-    if (server.type == "mysql") {
+    if (server.type == kMysql) {
         loadMysql(server, database, dump);
-    } else if (server.type == "postgresql") {
+    } else if (server.type == kPostgresql) {
         loadPostgresql(server, database, dump);
     }
 }

@@ -7,9 +7,12 @@
 
 namespace zelvo {
 
+// Whether databases of this server are loaded at all: its type is "mysql" or "postgresql".
+bool hasClient(const DbServerAccess& server);
+
 // Runs the client. A "mysql" that refuses --no-defaults behind other options, as MariaDB's 10.11
-// does, is called again with it in front. server: a type other than "mysql" and "postgresql" loads
-// nothing. database: its name. dump: path of the dump, without line
+// does, is called again with it in front. server: one without a client gets
+// nothing loaded. database: its name. dump: path of the dump, without line
 // feeds. Needs theDebugLog, where the password stands in clear. Raises ExecCmd::Failed.
 void loadDatabase(const DbServerAccess& server, const std::string& database,
                   const std::string& dump);

@@ -59,9 +59,7 @@ std::string mailboxAmong(const Paths& paths, const std::string& directory) {
 // Gives the panel what of a domain's mail is its own.
 class MailSorter {
   public:
-    explicit MailSorter(std::string directory) : directory_(std::move(directory)) {
-        std::ignore = zelvo_ugid(kPanel, &owner_, &group_);
-    }
+    explicit MailSorter(std::string directory) : directory_(std::move(directory)) {}
 
     void sort(const std::string& path) const {
         static bool convert = true;
@@ -88,8 +86,8 @@ class MailSorter {
 
   private:
     std::string directory_;
-    uid_t owner_ = 0;
-    gid_t group_ = 0;
+    uid_t owner_ = get_user_id(kPanel);
+    gid_t group_ = get_group_id(kPanel);
 };
 
 }  // namespace

@@ -72,7 +72,7 @@ void RegularUnpacker::unpackDb(const Cid& cid, const DbServerAccess& server,
     const std::string dump = temporary.path() + "/" + names.front();
     // The client reads its commands line by line, so a name with a line feed would be a command of
     // the archive's author; and through a link it would read a file of this server.
-    if (typeBeneath(temporary.path(), dump) != S_IFREG) {
+    if (hasClient(server) && typeBeneath(temporary.path(), dump) != S_IFREG) {
         throw EXC(UnExpectedResult) % "the archive does not hold one database dump";
     }
     loadDatabase(server, database, dump);

@@ -1,6 +1,7 @@
 #include "deployer/deploy_dump.h"
 
 #include <memory>
+#include <utility>
 
 #include "commons/files.h"
 #include "commons/session.h"
@@ -39,6 +40,18 @@ std::shared_ptr<ContentUnpacker> makeUnpacker(bool noRepository,
     return nullptr;
 }
 
+// The run's unpacker, which ends with the run and not with the process: what it holds open or on
+// disk goes while there is still a log to tell of it.
+class RunUnpacker {
+  public:
+    explicit RunUnpacker(const std::shared_ptr<ContentUnpacker>& unpacker) {
+        tDeployDocAbility::extractor = unpacker;
+    }
+    ~RunUnpacker() { tDeployDocAbility::extractor.reset(); }
+    RunUnpacker(const RunUnpacker&) = delete;
+    RunUnpacker& operator=(const RunUnpacker&) = delete;
+};
+
 }  // namespace
 
 void action_deploy_dump(bool notify, const std::string& domainTemplate,
@@ -56,11 +69,12 @@ void action_deploy_dump(bool notify, const std::string& domainTemplate,
     tXmlZelvoDump dump(path.c_str());
     dump.initFileDoc("migration-dump");
     const XmlNode root(dump.doc(), dump.root());
-    const std::shared_ptr<ContentUnpacker> unpacker =
+    std::shared_ptr<ContentUnpacker> unpacker =
         makeUnpacker(noRepository, chooseRepositoryPath(repositoryUrl, root, sessionPath));
     validate(dump, path, skipXsd);
 
     tDeployProgressReport report(status.get(), dump.getAccountsNum(), dump.getDomainsNum());
+    const RunUnpacker runUnpacker(std::exchange(unpacker, nullptr));
     ZelvoDumpRestorer restorer;
     tDeployDocAbility::report_ptr_ = &report;
     tDeployDocAbility::doc_ = dump.doc();
@@ -68,7 +82,6 @@ void action_deploy_dump(bool notify, const std::string& domainTemplate,
     tDeployDocAbility::root = root;
     tDeployDocAbility::domainTemplate = domainTemplate;
     tDeployDocAbility::notifyUsers = notify;
-    tDeployDocAbility::extractor = unpacker;
     tDeployDocAbility::backupUser = backupUser;
     tDeployDocAbility::backupUserType = backupUserType;
     tDeployDocAbility::suspend = suspend;

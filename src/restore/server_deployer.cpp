@@ -39,7 +39,7 @@ const Step kSteps[] = {
     {"backup-settings"},
     {"sso-settings/sso-branding/record"},
     {"wz-config/wz-param"},
-    {"properties/system-ip/@certificate", Runs::onFirstConfiguration, "system-ip/@certificate"},
+    {"(properties/system-ip)[1]", Runs::onFirstConfiguration, "system-ip/@certificate"},
     {"content/cid[@type='skeleton']"},
     {"virusfilter"},
 };

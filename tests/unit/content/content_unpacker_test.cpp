@@ -167,13 +167,17 @@ TEST_F(ContentUnpackerTest, GivesASingleFileOfTheTemporaryDirectory) {
     const struct {
         std::string (zelvo::ContentUnpacker::*extract)(const Cid&);
         const char* list;
-    } rows[] = {{&FakeUnpacker::extractIcons, "iconFiles"},
-                {&FakeUnpacker::extractPrivateKey, "private_keys"},
-                {&FakeUnpacker::extractSiteAppDistr, "packageFiles"},
-                {&FakeUnpacker::extractTomCatApp, "tomcatApplicationFiles"}};
+        const char* owner;
+    } rows[] = {
+        {&FakeUnpacker::extractIcons, "iconFiles", "'root', group '0'"},
+        {&FakeUnpacker::extractPrivateKey, "private_keys", "'qrdadm', group 'qrdadm'"},
+        {&FakeUnpacker::extractSiteAppDistr, "packageFiles", "'qrdadm', group 'qrdadm'"},
+        {&FakeUnpacker::extractTomCatApp, "tomcatApplicationFiles", "'qrdadm', group 'qrdadm'"}};
     for (const auto& row : rows) {
         unpacker.names = {"./one"};
         EXPECT_EQ((unpacker.*row.extract)(cid), rmk("tmp/one"));
+        EXPECT_EQ(log.lines.back(),
+                  "Unpack file to '" + rmk("tmp") + "' User: " + std::string(row.owner));
         unpacker.names = {"one", "two"};
         EXPECT_EQ(faultOf([&] { (unpacker.*row.extract)(cid); }),
                   std::string("AssertionFailed: Assertion failed: ") + row.list + ".size() == 1");

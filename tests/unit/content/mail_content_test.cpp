@@ -60,6 +60,11 @@ TEST_F(MailContentTest, ConvertsMailboxesAsTheMailUser) {
     script("mb2md.pl", "");
     writeArchive(tarOf({{"inbox", '0', "", "From x\n"}}));
     EXPECT_TRUE(regular.mbox2mdir(cid, "a", "bob", true, ""));
+    unpacker.names = {"inbox"};
+    EXPECT_ANY_THROW(unpacker.mbox2mdir(cid, "a", "bob", true, "part"));
+    EXPECT_THAT(unpacker.includes, testing::ElementsAre("part"));
+    EXPECT_THAT(log.lines,
+                testing::Contains(testing::EndsWith("User: 'popuser', group 'popuser'")));
     EXPECT_EQ(calls(), "4713 -s " + tmp + end + "4713 -s " + tmp + "/inbox" + end);
     const auto left = treeOf(box("tmp"));
     ASSERT_EQ(left.size(), 1U);
@@ -87,11 +92,20 @@ TEST_F(MailContentTest, ChangesNothingOutsideTheDomainsMail) {
         std::filesystem::create_symlink(victim, inside + "/bob/link");
         std::filesystem::create_symlink(dir.path(""), inside + "/bob/dir");
     };
-    unpacker.names = {"bob/x", "bob/link", "bob/dir/victim", "top"};
+    // Neither is told from other mail: the names that are compared start with a slash.
+    for (const char* name : {"/bob/Maildir", "/bob/.spamassassin", "/top"}) {
+        std::filesystem::create_directories(inside + name);
+        EXPECT_EQ(0, chmod((inside + name).c_str(), 0700));
+    }
+    unpacker.names = {"bob/x",       "bob/link",          "bob/dir/victim",
+                      "bob/Maildir", "bob/.spamassassin", "top"};
     unpacker.extractDomainMail(cid, "a", {});
     EXPECT_EQ(attributesOf(inside + "/bob/x"), "100770 4711:4712");
     EXPECT_EQ(attributesOf(inside + "/bob/link"), "120777 4711:4712");
     EXPECT_EQ(attributesOf(victim), "100644 0:0");
+    EXPECT_EQ(attributesOf(inside + "/bob/Maildir"), "40770 4711:4712");
+    EXPECT_EQ(attributesOf(inside + "/bob/.spamassassin"), "40770 4711:4712");
+    EXPECT_EQ(attributesOf(inside + "/top"), "40700 0:0");
 }
 
 TEST_F(MailContentTest, RewritesTheAccessFilesOfADocumentRoot) {
@@ -107,13 +121,18 @@ TEST_F(MailContentTest, RewritesTheAccessFilesOfADocumentRoot) {
             std::ofstream(root + name) << old;
             EXPECT_EQ(0, chown((root + name).c_str(), 7, 8) | chmod((root + name).c_str(), 0604));
         }
-        std::filesystem::create_directory(root + "/link");
+        std::filesystem::create_directories(root + "/link");
         std::filesystem::create_symlink(secret, root + "/link/.htaccess");
         std::filesystem::create_directory_symlink(outside, root + "/out");
     };
     unpacker.names = {"httpdocs/d/.htaccess", "httpdocs/access.cnf", "httpdocs/my.htaccess",
                       "httpdocs/link/.htaccess", "httpdocs/out/.htaccess"};
-    unpacker.extractDomainDocRoot(cid, "a.com", to, "webmaster", "httpdocs");
+    for (const auto extract :
+         {&FakeUnpacker::extractDomainDocRoot, &FakeUnpacker::extractDomainDocRootSSL}) {
+        std::filesystem::remove_all(to);
+        (unpacker.*extract)(cid, "a.com", to, "webmaster", "httpdocs");
+        EXPECT_NE(contentOf(to + "/access.cnf"), old);
+    }
     const std::string mended = "AuthFile " + to + "/x\n";
     EXPECT_EQ(contentOf(to + "/d/.htaccess"), mended);
     EXPECT_EQ(contentOf(to + "/access.cnf"), mended);

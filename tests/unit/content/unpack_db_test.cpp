@@ -108,6 +108,7 @@ TEST_F(UnpackDbTest, TakesNothingButOneFileOfTheArchive) {
     const std::string other = text + "the archive does not hold one database dump";
     writeArchive(tarOf({{"a.sql"}, {"system touch x"}}));
     EXPECT_EQ(fault(server), other);
+    EXPECT_EQ(fault({"mssql", "u", "none", "", ""}), "");
     writeArchive(tarOf({{"a.sql", '2', "/etc/shadow"}}));
     EXPECT_EQ(fault(server), other);
     writeArchive(tarOf({}));
