@@ -3,11 +3,13 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <boost/filesystem/path.hpp>
 #include <cerrno>
 #include <cstring>
 #include <new>
 #include <tuple>
+#include <vector>
 
 #include "commons/files.h"
 #include "content/content_errors.h"
@@ -26,6 +28,42 @@ Kind kindOf(const std::string& path) {
     return S_ISDIR(status.st_mode) ? Kind::kDirectory : Kind::kOther;
 }
 
+// The path and all that it lies in, from the root down.
+std::vector<std::string> prefixesOf(const std::string& path) {
+    std::vector<std::string> prefixes;
+    boost::filesystem::path prefix;
+    for (const auto& component : boost::filesystem::path(path).lexically_normal()) {
+        if (!component.empty() && component != ".") {
+            prefix /= component;
+            prefixes.push_back(prefix.string());
+        }
+    }
+    return prefixes;
+}
+
+bool isRootsAlone(const struct stat& status) {
+    return status.st_uid == 0 && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
+}
+
+// The panel's temporary directory takes members of archives, links too, with root as their owner.
+bool isInTmpDir(const std::string& path) { return path.starts_with(files::getTmpDir() + "/"); }
+
+// Raises CantCreateDirectory for a link on the way that somebody else than the machine's
+// administrator can have made: a customer in a directory of his own, or an earlier archive.
+// Unpacking through it would reach whatever its author wished.
+void refuseUntrustedLink(const std::string& path) {
+    struct stat link {};
+    if (lstat(path.c_str(), &link) != 0 || !S_ISLNK(link.st_mode)) {
+        return;
+    }
+    struct stat around {};
+    const std::string parent = boost::filesystem::path(path).parent_path().string();
+    if (link.st_uid != 0 || isInTmpDir(path) ||
+        stat(parent.empty() ? "." : parent.c_str(), &around) != 0 || !isRootsAlone(around)) {
+        throw EXC(CantCreateDirectory) % path % "path component is a link that is not root's own";
+    }
+}
+
 void makeOne(const std::string& path, uid_t owner, gid_t group, mode_t mode) {
     if (mkdir(path.c_str(), 0777) != 0) {
         throw EXC(CantCreateDirectory) % path % strerror(errno);
@@ -39,23 +77,19 @@ void makeOne(const std::string& path, uid_t owner, gid_t group, mode_t mode) {
 }  // namespace
 
 void create_destdir(const std::string& path, uid_t owner, gid_t group, mode_t mode) {
+    const std::vector<std::string> prefixes = prefixesOf(path);
+    std::for_each(prefixes.begin(), prefixes.end(), refuseUntrustedLink);
     if (kindOf(path) == Kind::kDirectory) {
         return;
     }
-    boost::filesystem::path prefix;
-    for (const auto& component : boost::filesystem::path(path).lexically_normal()) {
-        if (component.empty() || component == ".") {
-            continue;
-        }
-        prefix /= component;
-        switch (kindOf(prefix.string())) {
+    for (const std::string& prefix : prefixes) {
+        switch (kindOf(prefix)) {
             case Kind::kDirectory:
                 break;
             case Kind::kOther:
-                throw EXC(CantCreateDirectory) % prefix.string() %
-                    "path component is not a directory";
+                throw EXC(CantCreateDirectory) % prefix % "path component is not a directory";
             case Kind::kMissing:
-                makeOne(prefix.string(), owner, group, mode);
+                makeOne(prefix, owner, group, mode);
         }
     }
 }

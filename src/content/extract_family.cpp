@@ -1,7 +1,11 @@
 // Who owns which content, and where it goes.
+#include <sys/stat.h>
+
 #include "commons/errors.h"
 #include "commons/files.h"
 #include "content/accounts.h"
+#include "content/beneath.h"
+#include "content/content_errors.h"
 #include "content/content_unpacker.h"
 
 namespace zelvo {
@@ -16,9 +20,14 @@ constexpr mode_t kSharedMode = 0770;
 // What the panel takes from the temporary directory.
 std::string inTmpDir(const std::string& path) { return files::getTmpDir() + "/" + path; }
 
-const std::string& onlyPath(const Paths& paths, const char* assertion) {
+// The one file that was unpacked into the temporary directory. The panel's utilities open it as
+// root, so a link to a file of this server is none.
+const std::string& onlyFile(const Paths& paths, const char* assertion) {
     if (paths.size() != 1) {
         throw EXC(AssertionFailed) % assertion;
+    }
+    if (typeBeneath(files::getTmpDir(), paths.front()) != S_IFREG) {
+        throw EXC(UnExpectedResult) % "the archive does not hold one file";
     }
     return paths.front();
 }
@@ -174,19 +183,19 @@ Paths ContentUnpacker::extractMailManContent(const Cid& cid, const std::string& 
 }
 
 std::string ContentUnpacker::extractIcons(const Cid& cid) {
-    return onlyPath(untar(cid, files::getTmpDir(), kRoot, kRootGroup, 0), "iconFiles.size() == 1");
+    return onlyFile(untar(cid, files::getTmpDir(), kRoot, kRootGroup, 0), "iconFiles.size() == 1");
 }
 
 std::string ContentUnpacker::extractPrivateKey(const Cid& cid) {
-    return onlyPath(untar(cid, files::getTmpDir(), kPanel, kPanel, 0), "private_keys.size() == 1");
+    return onlyFile(untar(cid, files::getTmpDir(), kPanel, kPanel, 0), "private_keys.size() == 1");
 }
 
 std::string ContentUnpacker::extractSiteAppDistr(const Cid& cid) {
-    return onlyPath(untar(cid, files::getTmpDir(), kPanel, kPanel, 0), "packageFiles.size() == 1");
+    return onlyFile(untar(cid, files::getTmpDir(), kPanel, kPanel, 0), "packageFiles.size() == 1");
 }
 
 std::string ContentUnpacker::extractTomCatApp(const Cid& cid) {
-    return onlyPath(untar(cid, files::getTmpDir(), kPanel, kPanel, 0),
+    return onlyFile(untar(cid, files::getTmpDir(), kPanel, kPanel, 0),
                     "tomcatApplicationFiles.size() == 1");
 }
 

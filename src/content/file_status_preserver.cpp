@@ -1,5 +1,6 @@
 #include "content/file_status_preserver.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -9,15 +10,16 @@
 
 namespace zelvo {
 
-FileStatusPreserver::FileStatusPreserver(const std::string& path) : path_(path) {
-    if (stat(path.c_str(), &status_) != 0) {
+FileStatusPreserver::FileStatusPreserver(const std::string& path)
+    : directory_(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+    if (!directory_.isOpen() || fstat(directory_.get(), &status_) != 0) {
         throw EXC(CantStatFile) % path % strerror(errno);
     }
 }
 
 FileStatusPreserver::~FileStatusPreserver() {
-    std::ignore = chmod(path_.c_str(), status_.st_mode & 07777);
-    std::ignore = chown(path_.c_str(), status_.st_uid, status_.st_gid);
+    std::ignore = fchmod(directory_.get(), status_.st_mode & 07777);
+    std::ignore = fchown(directory_.get(), status_.st_uid, status_.st_gid);
 }
 
 }  // namespace zelvo

@@ -1,14 +1,17 @@
-// Keeps the mode and the owner of a path over work that changes them.
+// Keeps the mode and the owner of a directory over work that changes them.
 #pragma once
 
 #include <sys/stat.h>
 
 #include <string>
 
+#include "exec/descriptor.h"
+
 namespace zelvo {
 
-// Takes mode, owner and group of a path when it is made and puts them back when it ends: archives
-// carry attributes of their top directory, which tar gives to the directory that it unpacks into.
+// Takes mode, owner and group of a directory when it is made and puts them back when it ends:
+// archives carry attributes of their top directory, which tar gives to the directory that it
+// unpacks into. They go back to this directory, whatever stands under its name by then.
 class FileStatusPreserver {
   public:
     // path: followed when it is a link. Raises CantStatFile.
@@ -18,7 +21,7 @@ class FileStatusPreserver {
     FileStatusPreserver& operator=(const FileStatusPreserver&) = delete;
 
   private:
-    std::string path_;
+    Descriptor directory_;
     struct stat status_ {};
 };
 

@@ -15,9 +15,17 @@ namespace zelvo {
 
 namespace {
 
-// The first volume. Raises std::out_of_range for a cid without files.
+// The first volume; that it is there shows when it is read. Raises std::out_of_range for a cid
+// without files, UnExpectedResult for a name that leaves the session and for what could be read
+// without end, such as a device or a pipe.
 std::string archiveOf(const Cid& cid) {
-    return theSession->getCidFile(cid.path + "/" + cid.files.at(0));
+    const std::string name = cid.path + "/" + cid.files.at(0);
+    const std::string archive = theSession->getCidFile(name);
+    struct stat status {};
+    if (hasParentStep(name) || (stat(archive.c_str(), &status) == 0 && !S_ISREG(status.st_mode))) {
+        throw EXC(UnExpectedResult) % (archive + " is no archive of the session");
+    }
+    return archive;
 }
 
 // Runs work whose failures end here. complaint: the last line of the debug log about one.
@@ -74,6 +82,9 @@ void RegularUnpacker::unpackDb(const Cid& cid, const DbServerAccess& server,
     // the archive's author; and through a link it would read a file of this server.
     if (hasClient(server) && typeBeneath(temporary.path(), dump) != S_IFREG) {
         throw EXC(UnExpectedResult) % "the archive does not hold one database dump";
+    }
+    if (hasClient(server)) {
+        forbidShell(server, dump);
     }
     loadDatabase(server, database, dump);
 }

@@ -11,6 +11,7 @@
 #include "report/result_log.h"
 #include "xml/stylesheet.h"
 #include "xml/validation.h"
+#include "xml/xml_errors.h"
 
 namespace zelvo {
 
@@ -34,6 +35,10 @@ void validate(tXmlDocument& document, const Agent& agent) {
 void copyDump(const fs::path& source, const fs::path& target) {
     writeLine("No conversion required: copying file.");
     if (fs::exists(target)) {
+        if (fs::equivalent(source, target)) {
+            // Removing the one would remove the other.
+            throw EXC(tError_SaveFile) % target.string();
+        }
         fs::remove(target);
     }
     fs::copy_file(source, target);

@@ -102,6 +102,16 @@ void prepare(MYSQL* connection, ErrorBuffer& error) {
     }
 }
 
+// A database that hangs must not hold up a restore for ever. The times are generous: a busy server
+// answers late.
+void setTimeouts(MYSQL* connection) {
+    constexpr unsigned kConnectSeconds = 60;
+    constexpr unsigned kAnswerSeconds = 600;
+    mysql_options(connection, MYSQL_OPT_CONNECT_TIMEOUT, &kConnectSeconds);
+    mysql_options(connection, MYSQL_OPT_READ_TIMEOUT, &kAnswerSeconds);
+    mysql_options(connection, MYSQL_OPT_WRITE_TIMEOUT, &kAnswerSeconds);
+}
+
 bool readPassword(char* password, int size, ErrorBuffer& error) {
     switch (readPasswordLine(kAdminPasswordFile, password, size)) {
         case PasswordReading::kNotOpened:
@@ -129,6 +139,7 @@ MYSQL* zelvo_db_connect_raw_ex(char* errorBuffer, std::size_t size) {
         error.write("Unable to initialize MySQL connection structure: %s", strerror(ENOMEM));
         return nullptr;
     }
+    setTimeouts(connection.get());
     if (mysql_real_connect(connection.get(), "localhost", "admin", password, "qrd", 0, nullptr,
                            0) == nullptr) {
         error.write("Unable to connect to Zelvo Database: %s", mysql_error(connection.get()));

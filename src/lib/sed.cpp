@@ -71,9 +71,9 @@ int rewrite(char* const argv[], const char* file) {
         return -1;
     }
     const std::string temporary = std::string(file) + ".tmp";
-    // A link that waits under the temporary name must not lead root to another file.
-    const Descriptor target(
-        open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0644));
+    // What waits under the temporary name, a link or a pipe, must not get what root writes.
+    unlink(temporary.c_str());
+    const Descriptor target(open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644));
     if (target.get() < 0) {
         messlog2(0, 0, "ERROR: Unable to truncate or create file %s: %s", temporary.c_str(),
                  strerror(errno));

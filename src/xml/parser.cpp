@@ -89,6 +89,17 @@ ParserPtr newParser(ptrdiff_t& count) {
     return parser;
 }
 
+// The node that follows in the order of the document, below root; null at its end.
+const xmlNode* behind(const xmlNode* node, const xmlNode* root) {
+    if (node->type == XML_ELEMENT_NODE && node->children != nullptr) {
+        return node->children;
+    }
+    while (node != root && node->next == nullptr) {
+        node = node->parent;
+    }
+    return node == root ? nullptr : node->next;
+}
+
 }  // namespace
 
 void refuseNetwork() { xmlSetExternalEntityLoader(loadLocally); }
@@ -118,13 +129,12 @@ xmlDoc* parseXmlText(const std::string& text) {
 }
 
 unsigned long elementCount(const xmlDoc* doc) {
-    xmlNode* last = xmlDocGetRootElement(doc);
-    for (xmlNode* below = last; below != nullptr; below = xmlLastElementChild(below)) {
-        last = below;
+    const xmlNode* const root = xmlDocGetRootElement(doc);
+    unsigned long count = 0;
+    for (const xmlNode* node = root; node != nullptr; node = behind(node, root)) {
+        count += node->type == XML_ELEMENT_NODE ? 1 : 0;
     }
-    // The last element's number, as startElement wrote it.
-    const auto number = last == nullptr ? 0 : -reinterpret_cast<ptrdiff_t>(last->content);
-    return number > 0 ? static_cast<unsigned long>(number) : 0;
+    return count;
 }
 
 }  // namespace zelvo

@@ -70,6 +70,11 @@ void tXmlDocFromXslt::saveToFile(const char* fileName) {
     if (*fileName == 0) {
         throw EXC(AssertionFailed) % "*filename != 0";
     }
+    if (doc()->children == nullptr) {
+        // The library writes no file for an empty result and calls that a success; an older file
+        // would pass for the outcome.
+        throw EXC(tError_SaveFile) % fileName;
+    }
     // What libxml2 says of a full disk is in the failure's cause and not for standard error.
     const ErrorCollector unused;
     const int result =

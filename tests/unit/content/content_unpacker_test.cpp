@@ -79,6 +79,22 @@ TEST_F(ContentUnpackerTest, MakesOnlyTheDirectoriesThatAreMissing) {
         "CantCreateDirectory: Can not create directory /proc/none: No such file or directory");
 }
 
+// Catches an unpacking through a link that a customer or an earlier archive has left.
+TEST_F(ContentUnpackerTest, GoesThroughLinksOfTheAdministratorOnly) {
+    const auto linkIn = [](const std::string& parent, mode_t mode, uid_t owner) {
+        std::filesystem::create_directories(parent + "/real");
+        std::filesystem::create_symlink("real", parent + "/link");
+        EXPECT_EQ(0, lchown((parent + "/link").c_str(), owner, 0) | chmod(parent.c_str(), mode));
+        return faultOf([&] { zelvo::create_destdir(parent + "/link/new", 7, 8, 0); });
+    };
+    EXPECT_EQ(linkIn(dir.path("roots"), 0755, 0), "");
+    EXPECT_TRUE(std::filesystem::exists(dir.path("roots/real/new")));
+    const std::string refused = ": path component is a link that is not root's own";
+    EXPECT_THAT(linkIn(dir.path("others"), 0755, 7), testing::EndsWith(refused));
+    EXPECT_THAT(linkIn(dir.path("shared"), 0775, 0), testing::EndsWith(refused));
+    EXPECT_THAT(linkIn(rmk("tmp/of"), 0755, 0), testing::EndsWith(refused));
+}
+
 // Each kind of content: where it goes and what the directory that is made for it looks like. Ids:
 // qrdadm 4711:4712, popuser 4713:4714, list 4715:4716, webmaster 4717, qrdcln 4718, qrdserv 4719,
 // qrdftp 4720.
@@ -175,12 +191,19 @@ TEST_F(ContentUnpackerTest, GivesASingleFileOfTheTemporaryDirectory) {
         {&FakeUnpacker::extractTomCatApp, "tomcatApplicationFiles", "'qrdadm', group 'qrdadm'"}};
     for (const auto& row : rows) {
         unpacker.names = {"./one"};
+        unpacker.work = [](const std::string& tmp) { std::ofstream(tmp + "/one"); };
         EXPECT_EQ((unpacker.*row.extract)(cid), rmk("tmp/one"));
         EXPECT_EQ(log.lines.back(),
                   "Unpack file to '" + rmk("tmp") + "' User: " + std::string(row.owner));
         unpacker.names = {"one", "two"};
         EXPECT_EQ(faultOf([&] { (unpacker.*row.extract)(cid); }),
                   std::string("AssertionFailed: Assertion failed: ") + row.list + ".size() == 1");
+        unpacker.names = {"link"};
+        unpacker.work = [](const std::string& tmp) {
+            std::filesystem::remove(tmp + "/link");
+            std::filesystem::create_symlink("/etc/passwd", tmp + "/link");
+        };
+        EXPECT_THROW((unpacker.*row.extract)(cid), zelvo::Exc<&zelvo::UnExpectedResult>);
     }
 }
 

@@ -56,6 +56,15 @@ TEST_F(UnpackDbTest, LoadsIntoMariaDb) {
     EXPECT_EQ(calls(), address + "--no-defaults\nshop\n--no-defaults\n" + address + "shop\n")
         << "this client takes the option in front of all else only";
 
+    // Commands of the client's own, and statements that fail behind which it goes on.
+    const std::string touched = dir.path("touched");
+    writeArchive(tarOf({{"d.sql", '0', "",
+                         "\xEF\xBB\xBFinsert into t values ('three');\n\\! touch " + touched +
+                             "\nsystem touch " + touched + "\ninsert into none values (1);\n"}}));
+    EXPECT_THAT(fault(access), testing::HasSubstr("ERROR "));
+    EXPECT_EQ(server.query("select a from shop.t"), "one\ntwo\nthree\n");
+    EXPECT_FALSE(std::filesystem::exists(touched));
+
     access.password = "wrong";
     EXPECT_THAT(fault(access), testing::AllOf(testing::StartsWith("ExecCmd::Failed: Execution of "),
                                               testing::HasSubstr("Access denied for user 'loader'"),
