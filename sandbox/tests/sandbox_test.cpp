@@ -224,7 +224,7 @@ TEST(Namespace, LeavesTheMachineAsItWas) {
                             "echo x:x:1:1:::>>/etc/passwd; echo y>/etc/qrd/qrd.conf; id -u qrdadm;"
                             " id -g qrdadm; stat -c %a /etc/qrd/.qrd.shadow /opt/qrd/RMK/tmp;"
                             " test -s /etc/hosts && test -d /etc/ssl && echo machine"});
-        EXPECT_EQ(result.out, "2110\n2120\n600\n700\nmachine\n");
+        EXPECT_EQ(result.out, "2110\n2120\n600\n711\nmachine\n");
         EXPECT_EQ(box.readFile("etc/qrd/qrd.conf"), "y\n");
     }
     EXPECT_EQ(machineFile("/etc/passwd"), passwd);

@@ -6,7 +6,8 @@
 namespace zelvo {
 
 // Runs the chosen action. A failure of the action ends up in the result document; a failure to
-// write that document, and whatever is no ExTraceable, leaves.
+// write that document, and whatever is neither an ExTraceable nor a request to stop,
+// leaves.
 void act(const config& settings);
 
 }  // namespace zelvo

@@ -34,13 +34,11 @@ void validate(tXmlDocument& document, const Agent& agent) {
 
 void copyDump(const fs::path& source, const fs::path& target) {
     writeLine("No conversion required: copying file.");
-    if (fs::exists(target)) {
-        if (fs::equivalent(source, target)) {
-            // Removing the one would remove the other.
-            throw EXC(tError_SaveFile) % target.string();
-        }
-        fs::remove(target);
+    if (fs::exists(target) && fs::equivalent(source, target)) {
+        // Removing the one would remove the other.
+        throw EXC(tError_SaveFile) % target.string();
     }
+    fs::remove(target);
     fs::copy_file(source, target);
     theLog->setSuccess(true);
 }

@@ -1,6 +1,6 @@
 // XML documents: read, built, written in place or by an atomic replacement. Documents are untrusted
-// input: no entity is substituted while reading, no external subset is loaded and nothing is
-// fetched from the network.
+// input: only a document's own entities are expanded while reading, and counted; no external subset
+// is loaded and nothing is fetched from the network.
 #pragma once
 
 #include <boost/filesystem/path.hpp>

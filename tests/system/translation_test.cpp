@@ -197,6 +197,7 @@ TEST(Translation, EndsAsCallersExpect) {
          "<xsl:template match='/'><xsl:message terminate='yes'>no</xsl:message>"
          "</xsl:template>",
          kDump, failed(kTerminated), "terminated by XSLT stylesheet"},
+        {kBoth, "<xsl:template match='/'/>", kDump, failed("tError_SaveFile")},
         {kBoth, callingItself("<xsl:call-template name='t'/>"), kDump, failed(kTerminated)},
         {kBoth, callingItself(std::string(kCall) + kCall), kDump, failed(kTerminated)},
         {kBoth,

@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <functional>
 
 #include "lib/admin_password.h"
 #include "lib/libcommon.h"
@@ -57,9 +58,19 @@ TEST(Sed, TreatsLinksWithCareAndLeavesTheFileWhenItFails) {
     signal(SIGPIPE, SIG_DFL);
     EXPECT_FALSE(fs::exists(file + ".tmp"));
     sedFails("ERROR: Unable to save file '/no/file' attributes : No such file", "", "/no/file");
-    fs::create_symlink(link, file + ".tmp");
+    fs::create_directory(file + ".tmp");
     sedFails("ERROR: Unable to truncate or create file " + file + ".tmp: ", "s/old/bad/", file);
     EXPECT_EQ("old\n", contentOf(file));
+    // What root writes goes into no pipe and to no other file.
+    for (const auto& waiting : std::initializer_list<std::function<void(const char*)>>{
+             [](const char* name) { mkfifo(name, 0600); },
+             [&link](const char* name) { fs::create_symlink(link, name); },
+             [&link](const char* name) { fs::create_hard_link(link, name); }}) {
+        fs::remove(file + ".tmp");
+        waiting((file + ".tmp").c_str());
+        EXPECT_EQ(0, run_sed_cmd("s/$/!/", file.c_str()));
+    }
+    EXPECT_EQ("old!!!\n", contentOf(file));
     EXPECT_EQ("new\n", contentOf(link));
 }
 

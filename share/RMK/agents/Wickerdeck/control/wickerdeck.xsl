@@ -200,16 +200,16 @@
   <xsl:template mode="size" match="quota/@*[. = 'unlimited']" priority="1">-1</xsl:template>
   <xsl:template mode="count" match="quota/@*[. = 'unlimited']" priority="1">-1</xsl:template>
 
-  <!-- A whole number in decimal digits; XPath writes big ones with an exponent. Up to 2^53 they are
-       exact. -->
+  <!-- A whole number in decimal digits; XPath writes big ones with an exponent. Below 2^53 they are
+       exact; of a fraction no more counts than was sold. -->
   <xsl:template name="number">
     <xsl:param name="value"/>
-    <xsl:if test="not($value &gt;= 0 and $value &lt;= 9007199254740992)">
+    <xsl:if test="not($value &gt;= 0 and $value &lt; 9007199254740992)">
       <xsl:message terminate="yes">
         <xsl:value-of select="concat('Not an amount: ', name(..), ' ', ../@of, ' &quot;', ., '&quot;')"/>
       </xsl:message>
     </xsl:if>
-    <xsl:value-of select="format-number(round($value), '0')"/>
+    <xsl:value-of select="format-number(floor($value), '0')"/>
   </xsl:template>
 
 </xsl:stylesheet>
