@@ -1,6 +1,7 @@
 #include "content/content_unpacker.h"
 
 #include <algorithm>
+#include <boost/format.hpp>
 
 #include "content/accounts.h"
 #include "content/beneath.h"
@@ -91,8 +92,9 @@ ContentUnpacker::Paths ContentUnpacker::unpack_hosting_cid_with_fp(
         if (openBeneath(unpackedIn, path).isOpen()) {
             apply_hosting_cid_with_fp(domain, destination, path);
         } else {
-            theDebugLog->log("Nothing of this path is rewritten, as it is not below '" +
-                             unpackedIn + "': " + path);
+            theDebugLog->log(boost::format("Nothing of this path is rewritten, as it is not below "
+                                           "'%1%': %2%") %
+                             unpackedIn % path);
         }
     }
     return paths;

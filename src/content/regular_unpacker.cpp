@@ -20,7 +20,7 @@ namespace {
 // without end, such as a device or a pipe.
 std::string archiveOf(const Cid& cid) {
     const std::string name = cid.path + "/" + cid.files.at(0);
-    const std::string archive = theSession->getCidFile(name);
+    std::string archive = theSession->getCidFile(name);
     struct stat status {};
     if (hasParentStep(name) || (stat(archive.c_str(), &status) == 0 && !S_ISREG(status.st_mode))) {
         throw EXC(UnExpectedResult) % (archive + " is no archive of the session");

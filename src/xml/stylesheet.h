@@ -38,8 +38,9 @@ class tXmlDocFromXslt : public tXmlDocument {
 // Applies the stylesheet without parameters. Raises AssertionFailed for an empty stylesheet,
 // tError_Xslt_ApplyStylesheetTerminated if the stylesheet stopped itself (xsl:message with
 // terminate) or was stopped because it went too deep, did too much for the size of the document or
-// has a query that cannot be evaluated, tError_XmlInternal if it failed otherwise, tError_Xslt_CantApplyStylesheet if it gave nothing. What libxslt
-// has to say of the reason goes to standard error.
+// has a query that cannot be evaluated, tError_XmlInternal if it failed otherwise,
+// tError_Xslt_CantApplyStylesheet if it gave nothing. What libxslt has to say of the reason goes to
+// standard error.
 tXmlDocFromXslt apply_stylesheet(tXsltStylesheet& stylesheet, tXmlDocument& document);
 
 }  // namespace zelvo
