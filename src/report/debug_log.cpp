@@ -1,6 +1,6 @@
 #include "report/debug_log.h"
 
-#include <log4cpp/CategoryStream.hh>
+#include <log4cpp/Category.hh>
 
 #include "commons/text_formatter.h"
 #include "report/log4cpp_setup.h"
@@ -21,7 +21,7 @@ class Log4cppDebugLog : public DebugLog {
     // A log call is a safe point: what a signal handler owes is written first.
     void log(const std::string& text) override {
         writeTerminationLines();
-        logger().getStream(log4cpp::Priority::INFO) << text;
+        logger().log(log4cpp::Priority::INFO, text);
     }
     void log(const boost::format& text) override { log(text.str()); }
     void log(const ExTraceable& failure) override { log(formatPlainTextMessage(failure)); }
