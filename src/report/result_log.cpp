@@ -2,6 +2,8 @@
 
 #include <unistd.h>
 
+#include <exception>
+
 #include "commons/session.h"
 #include "report/debug_log.h"
 #include "report/xml_formatter.h"
@@ -11,40 +13,57 @@ namespace zelvo {
 Log* theLog = nullptr;
 
 XmlLog::XmlLog()
-    : fileName_(theSession->getResultFileName()), current_(nullptr, nullptr), hasMessages_{true} {
+    : fileName_(theSession->getResultFileName()),
+      current_(nullptr, nullptr),
+      open_{{true}},
+      left_(nullptr, nullptr) {
     initNewDoc("execution-result");
     current_ = XmlNode(doc(), root());
 }
 
 void XmlLog::log(const ExTraceable& failure) {
-    XmlMsgFormatter formatter(*this, newChild(current_.node(), "message"));
+    const bool isOfLeftObject = left_.node() != nullptr;
+    XmlMsgFormatter formatter(*this,
+                              newChild(isOfLeftObject ? left_.node() : current_.node(), "message"));
     failure.accept(formatter);
-    hasMessages_.back() = true;
+    open_.back().hasMessages = true;
+    leftHasMessages_ = isOfLeftObject;
+    forgetLeftObject();
 }
 
 void XmlLog::pushObject(const std::string& name, const std::string& type) {
+    forgetLeftObject();
     xmlNode* object = newChild(current_.node(), "object");
     addAttribute(object, "name", name);
     addAttribute(object, "type", type);
     current_ = XmlNode(doc(), object);
-    hasMessages_.push_back(false);
+    open_.push_back({false, std::uncaught_exceptions()});
 }
 
 void XmlLog::popObject() {
-    const XmlNode object = current_;
-    current_ = object.getParent();
-    const bool mustStay = hasMessages_.back();
-    hasMessages_.pop_back();
-    if (mustStay) {
-        hasMessages_.back() = true;
-    } else {
-        removeNode(object.node());
+    forgetLeftObject();
+    left_ = current_;
+    current_ = current_.getParent();
+    const Open closed = open_.back();
+    open_.pop_back();
+    leftHasMessages_ = closed.hasMessages;
+    open_.back().hasMessages = open_.back().hasMessages || closed.hasMessages;
+    if (std::uncaught_exceptions() <= closed.failuresUnderWay) {
+        forgetLeftObject();
     }
 }
 
-int XmlLog::getDepth() const { return static_cast<int>(hasMessages_.size()) - 1; }
+void XmlLog::forgetLeftObject() {
+    if (left_.node() != nullptr && !leftHasMessages_) {
+        removeNode(left_.node());
+    }
+    left_ = XmlNode(nullptr, nullptr);
+}
+
+int XmlLog::getDepth() const { return static_cast<int>(open_.size()) - 1; }
 
 void XmlLog::save() {
+    forgetLeftObject();
     addAttribute(root(), "status", success_ ? "success" : "error");
     saveToFileAtomically(fileName_, Durability::kSynced);
 }

@@ -20,12 +20,14 @@ class Log {
     // Whether the action as a whole went through; false until told otherwise. Failures of single
     // objects do not count.
     virtual void setSuccess(bool success) = 0;
-    // Adds the failure, with all that caused it, to the current object.
+    // Adds the failure, with all that caused it, to the object that failed: the one whose scope a
+    // failure has just left, if no object was opened or closed since, or else the current one.
     virtual void log(const ExTraceable& failure) = 0;
     // Opens an object inside the current one. name: as the customer knows it. type: its kind, such
     // as "domain". To be called through ObjectLogger only, which closes what it opened.
     virtual void pushObject(const std::string& name, const std::string& type) = 0;
-    // Closes the current object, and drops it if nothing was logged in it.
+    // Closes the current object, and drops it if nothing was logged in it. One that is closed
+    // because a failure leaves its scope waits for that failure to be logged.
     virtual void popObject() = 0;
     // The number of open objects.
     virtual int getDepth() const = 0;
@@ -50,11 +52,25 @@ class XmlLog : public Log, public tXmlRmkDocument {
     void save();
 
   private:
+    struct Open {
+        // Whether the element must stay.
+        bool hasMessages = false;
+        // The failures that were under way when the object was opened: one more at its end has
+        // left it.
+        int failuresUnderWay = 0;
+    };
+
+    // No failure is waited for any longer: an element that got no message goes.
+    void forgetLeftObject();
+
     bool success_ = false;
     std::string fileName_;
     XmlNode current_;
-    // One entry for each open object and one for the root: whether the element must stay.
-    std::vector<bool> hasMessages_;
+    // One entry for each open object and one for the root.
+    std::vector<Open> open_;
+    // The object that a failure has just left, a child of the current one; null for none.
+    XmlNode left_;
+    bool leftHasMessages_ = false;
 };
 
 // The result log of the process: valid between the birth and the death of its controller, null

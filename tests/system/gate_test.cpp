@@ -165,7 +165,7 @@ TEST(Gate, ThatVanishesIsNotReplacedByDirectRuns) {
     box.succeeds(deployment());
     EXPECT_EQ(outcomeOf(box),
               Lines({"success", "client bob: FailedClientDeployment > ExecCliGate::GateError",
-                     "client bob: FailedDomainDeployment > ExecCliGate::GateError",
+                     "client bob/domain a.com: FailedDomainDeployment > ExecCliGate::GateError",
                      "client eve: FailedClientDeployment > ExecCliGate::GateError",
                      ": UnknownParentClassObject"}));
     EXPECT_EQ(bareCalls(box, 19), Lines({"client --create bob", "correct_aw_statisti"}));

@@ -26,7 +26,7 @@ enum class Reach {
 };
 using enum Reach;
 
-enum class Place { kNowhere, kDebugLog, kObject, kParentObject, kTop };
+enum class Place { kNowhere, kDebugLog, kObject, kTop };
 
 struct Rule {
     const char* call;
@@ -47,11 +47,11 @@ const Rule kRules[] = {
     {"(\\w+_pref|domadmin) --update \\S+ -skin .*", kItself, Place::kDebugLog, ""},
     {"(client|reseller)(_pref)? --update .*", kItself, Place::kObject, kFailed},
     {"(ip_pool --add|traffic --add-batch(-user)?) .*", kItself, Place::kObject, kFailed},
-    {"domain --(create|remove|change-owner) .*", kDomain, Place::kParentObject, kDomainCodes},
-    {"domain --update \\S+ -guid \\S+ -c.*", kDomain, Place::kParentObject, kDomainCodes},
-    {"domain --update \\S+ -guid \\S+", kItself, Place::kParentObject, kFailed},
+    {"domain --(create|remove|change-owner) .*", kDomain, Place::kObject, kDomainCodes},
+    {"domain --update \\S+ -guid \\S+ -c.*", kDomain, Place::kObject, kDomainCodes},
+    {"domain --update \\S+ -guid \\S+", kItself, Place::kObject, kFailed},
     {"domain --update \\S+ -status .*", kItself, Place::kNowhere, ""},
-    {"domain_pref --update \\S+ -(www|expiration) \\S+", kContents, Place::kParentObject,
+    {"domain_pref --update \\S+ -(www|expiration) \\S+", kContents, Place::kObject,
      kDomainCodes},
     {"domain_pref --update .*", kLimits, Place::kObject, kFailed},
     {"domadmin --update .*", kDomainUser, Place::kObject, kFailed},
@@ -217,10 +217,7 @@ Lines expectedOutcome(const Calls& calls, std::size_t index) {
     const bool endsHosted =
         failed.isFor(kHosted) && (rule.reach == kDomain || rule.reach == kContents);
     const std::string hosting = placeOf(kHosted) + ": NotSupportedOperation";
-    const std::string place = rule.place == Place::kTop ? ""
-                              : rule.place == Place::kParentObject
-                                  ? placeOf(parentOf(failed.object))
-                                  : placeOf(failed.object);
+    const std::string place = rule.place == Place::kTop ? "" : placeOf(failed.object);
     Lines outcome{"success"};
     if (!isBefore) outcome.push_back(hosting);
     if (!rule.codes.empty()) outcome.push_back(place + ": " + rule.codes);
@@ -234,7 +231,7 @@ int expectedDomains(const Call& failed) {
     const bool isUncounted = failed.rule->reach == kParent
                                  ? failed.words.back() == kOwnerOfEvents
                                  : failed.words[0] == "domain" &&
-                                       failed.rule->place == Place::kParentObject &&
+                                       failed.rule->place == Place::kObject &&
                                        failed.rule->reach == kItself;
     return isUncounted ? 10 : 11;
 }

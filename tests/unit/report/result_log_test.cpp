@@ -26,8 +26,20 @@ class ResultLog : public testing::Test {
     RecordingLog debugLog_;
 };
 
+// Raises the failure out of an object, with what is logged in it first.
+void leave(const std::string& name, const std::string& told = "") {
+    const ObjectLogger domain(name, "domain");
+    if (!told.empty()) {
+        const ObjectLogger mail("box", "mailname");
+        theLog->log(failure(told));
+    }
+    throw failure("gone");
+}
+
 // Catches objects that stay without a message, parents that go although a child has one, an object
-// that stays open behind a failure that leaves it, and another order than that of the events.
+// that stays open behind a failure that leaves it, and another order than that of the events. A
+// failure that is told in the object around the one that it left, or twice in that, or in one that
+// it left long ago, and what nobody tells of.
 TEST_F(ResultLog, OnlyObjectsWithFailuresStay) {
     LogLifetimeController controller;
     deploy_error_func(failure("first"));
@@ -35,23 +47,26 @@ TEST_F(ResultLog, OnlyObjectsWithFailuresStay) {
         const ObjectLogger client("jo & \"co\"", "client");
         { const ObjectLogger clean("clean.tst", "domain"); }
         try {
-            const ObjectLogger domain("bad.tst", "domain");
-            const ObjectLogger mail("box", "mailname");
-            theLog->log(failure("<b>"));
-            throw failure("gone");
+            leave("bad.tst", "<b>");
         } catch (const ExTraceable&) {
             theLog->log(failure("outer", failure("middle", ExTraceable("Plain", "x"))));
+            theLog->log(failure("next"));
         }
+        EXPECT_THROW(leave("forgotten.tst"), ExTraceable);
+        { const ObjectLogger clean("clean.tst", "domain"); }
+        theLog->log(failure("late"));
     }
+    EXPECT_THROW(leave("silent.tst"), ExTraceable);
     controller.finish();
     const std::string plain = R"(<message code="Plain" severity="error"><text>x</text></message>)";
     EXPECT_EQ(result(),
               kHead + ">" + message("first") +
                   "<object name=\"jo &amp; &quot;co&quot;\" type=\"client\"><object "
                   "name=\"bad.tst\" type=\"domain\"><object name=\"box\" type=\"mailname\">" +
-                  message("&lt;b&gt;") + "</object></object>" +
-                  message("outer", message("middle", plain)) + "</object></execution-result>\n");
-    EXPECT_EQ(debugLog_.lines.back(), "++ jo & \"co\" client");
+                  message("&lt;b&gt;") + "</object>" +
+                  message("outer", message("middle", plain)) + "</object>" + message("next") +
+                  message("late") + "</object></execution-result>\n");
+    EXPECT_EQ(debugLog_.lines.back(), "++ silent.tst domain");
 }
 
 // Catches an old result that a poller takes for that of this run, and one that is not written when
