@@ -16,9 +16,11 @@ if(DEPLOYER_WERROR)
   target_compile_options(house INTERFACE -Werror)
 endif()
 
-# add_floor(NAME LIB...) makes the library of src/NAME from its *.cpp files.
-function(add_floor name)
-  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp)
+# add_floor(FOLDER LIB...) makes the library of src/FOLDER from its *.cpp files. It has the name of
+# the folder itself, without those above it.
+function(add_floor folder)
+  get_filename_component(name ${folder} NAME)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
   add_library(${name} STATIC ${sources})
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
   target_link_libraries(${name} PUBLIC ${ARGN} PRIVATE house)

@@ -35,6 +35,8 @@ ExTaggedIncludable::ExTaggedIncludable(const std::string& code, const std::strin
 ExTaggedIncludable::ExTaggedIncludable(const ExTaggedIncludable& other)
     : ExTraceable(other), inner_(other.inner_ ? other.inner_->clone() : nullptr) {}
 
+void ExTaggedIncludable::causedBy(const ExTraceable& inner) { inner_.reset(inner.clone()); }
+
 ExTaggedIncludable* ExTaggedIncludable::clone() const { return new ExTaggedIncludable(*this); }
 
 void ExTaggedIncludable::accept(ExInfoVisitor& visitor) const {

@@ -80,6 +80,9 @@ class ExTaggedIncludable : public ExTraceable {
                        const ExTraceable& inner);
     ExTaggedIncludable(const ExTaggedIncludable& other);
 
+    // Keeps a clone of inner, in place of what was kept before.
+    void causedBy(const ExTraceable& inner);
+
     ExTaggedIncludable* clone() const override;
 
     // As ExTraceable, then advanceToInnerException and the inner failure if there is one.

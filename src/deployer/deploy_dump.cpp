@@ -18,13 +18,14 @@ namespace zelvo {
 
 namespace {
 
-void validate(tXmlZelvoDump& dump, const std::string& path, bool skipXsd) {
+void validate(tXmlZelvoDump& dump, bool skipXsd) {
     if (skipXsd) {
         deployerCategory().debug("DUMP validation have been skipped due to user settings!");
         return;
     }
-    deployerCategory().debugStream() << "Validate dump using restore specification: " << path;
-    validateSchema(dump, files::getZelvoRestoreSpecificationXsdFileName());
+    const std::string schema = files::getZelvoRestoreSpecificationXsdFileName();
+    deployerCategory().debugStream() << "Validate dump using restore specification: " << schema;
+    validateSchema(dump, schema);
 }
 
 // What unpacks the content archives. There is none for a repository yet: elements with content are
@@ -71,7 +72,7 @@ void action_deploy_dump(bool notify, const std::string& domainTemplate,
     const XmlNode root(dump.doc(), dump.root());
     std::shared_ptr<ContentUnpacker> unpacker =
         makeUnpacker(noRepository, chooseRepositoryPath(repositoryUrl, root, sessionPath));
-    validate(dump, path, skipXsd);
+    validate(dump, skipXsd);
 
     tDeployProgressReport report(status.get(), dump.getAccountsNum(), dump.getDomainsNum());
     const RunUnpacker runUnpacker(std::exchange(unpacker, nullptr));

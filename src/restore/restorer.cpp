@@ -3,15 +3,15 @@
 #include "commons/files.h"
 #include "exec/log_exec_cmd.h"
 #include "report/debug_log.h"
-#include "restore/admin_deployer.h"
-#include "restore/domain_deployer.h"
-#include "restore/guard.h"
-#include "restore/option_table.h"
+#include "restore/account/admin_deployer.h"
+#include "restore/account/reseller_deployer.h"
+#include "restore/domain/domain_deployer.h"
 #include "restore/parent_lookup.h"
-#include "restore/reseller_deployer.h"
-#include "restore/restore_errors.h"
-#include "restore/run_settings.h"
-#include "restore/server_deployer.h"
+#include "restore/server/server_deployer.h"
+#include "restore/toolbox/guard.h"
+#include "restore/toolbox/panel_command.h"
+#include "restore/toolbox/restore_errors.h"
+#include "restore/toolbox/run_settings.h"
 #include "xml/tool_answers.h"
 
 namespace zelvo {
@@ -27,66 +27,61 @@ void ZelvoDumpRestorer::operator()() {
     deployTopLevel();
     reconfigureWebserverIfAsked();
     if (backupUser.empty()) {
-        guarded([this] { repairStatistics(); });
+        guarded([] { repairStatistics(); });
     }
     if (!IPDefaultDomains.empty()) {
-        guarded([this] { setDefaultDomains(); });
+        guarded([] { setDefaultDomains(); });
     }
     theDebugLog->log("Migration finished");
 }
 
-void ZelvoDumpRestorer::deployTopLevel() const {
+void ZelvoDumpRestorer::deployTopLevel() {
     if (root.test("server")) {
-        guarded([this] { deployServer(root.getNode("server")); });
+        guarded([] { deployServer(root.getNode("server")); });
     }
     if (root.test("admin")) {
-        guarded([] { AdminDeployer()(root.getNode("admin")); });
+        guarded([] { AdminDeployer().act(root.getNode("admin")); });
     }
-    const auto each = [this](const char* element,
-                             void (ZelvoDumpRestorer::*deploy)(const XmlNode&) const) {
-        root.foreach (
-            element, [&](const XmlNode& node) { (this->*deploy)(node); }, deploy_error_func);
-    };
-    each("reseller", &ZelvoDumpRestorer::deployReseller);
-    each("client", &ZelvoDumpRestorer::deployClient);
-    each("domain", &ZelvoDumpRestorer::deployDomain);
-    each("mailname", &ZelvoDumpRestorer::deployMailname);
-    each("database", &ZelvoDumpRestorer::deployDatabase);
+    root.foreach ("reseller", deployReseller, deploy_error_func);
+    root.foreach ("client", deployClient, deploy_error_func);
+    root.foreach ("domain", deployDomain, deploy_error_func);
+    root.foreach ("mailname", deployMailname, deploy_error_func);
+    root.foreach ("database", deployDatabase, deploy_error_func);
 }
 
-void ZelvoDumpRestorer::deployServer(const XmlNode& node) const {
-    const ServerDeployer deployer;
-    deployer(node);
+void ZelvoDumpRestorer::deployServer(const XmlNode& node) { ServerDeployer().act(node); }
+
+void ZelvoDumpRestorer::deployReseller(const XmlNode& node) {
+    ResellerDeployer(node.str("@name"), tDeployAction(node)).act(node);
 }
 
-void ZelvoDumpRestorer::deployReseller(const XmlNode& node) const {
-    const tDeployAction action(node);
-    const ResellerDeployer deployer(node.str("@name"), action);
-    deployer(node);
+void ZelvoDumpRestorer::deployClient(const XmlNode& node) {
+    ClientDeployer(ownerOf(node), node.str("@name"), tDeployAction(node)).act(node);
 }
 
-void ZelvoDumpRestorer::deployClient(const XmlNode& node) const {
-    const tDeployAction action(node);
-    const std::string parent = getParentByGuidId(node.str("@owner-guid"));
-    const ClientDeployer deployer(parent, node.str("@name"), action);
-    deployer(node);
+void ZelvoDumpRestorer::deployDomain(const XmlNode& node) {
+    tDomainDeployer(ownerOf(node), node.str("@name"), tDeployAction(node)).act(node);
 }
 
-void ZelvoDumpRestorer::deployDomain(const XmlNode& node) const {
-    const tDeployAction action(node);
-    const std::string parent = getParentByGuidId(node.str("@owner-guid"));
-    tDomainDeployer deployer(action, node.str("@name"), parent);
-    deployer(node);
-}
-
-void ZelvoDumpRestorer::deployMailname(const XmlNode& node) const {
-    getParentByGuidId(node.str("@owner-guid"));
+void ZelvoDumpRestorer::deployMailname(const XmlNode& node) {
+    ownerOf(node);
     throw EXC(NotSupportedOperation) % "mailname";
 }
 
-void ZelvoDumpRestorer::deployDatabase(const XmlNode& node) const {
-    getParentByGuidId(node.str("@owner-guid"));
+void ZelvoDumpRestorer::deployDatabase(const XmlNode& node) {
+    ownerOf(node);
     throw EXC(NotSupportedOperation) % "database";
+}
+
+std::string ZelvoDumpRestorer::ownerOf(const XmlNode& node) {
+    try {
+        return getParentByGuidId(node.str("@owner-guid"));
+    } catch (const ExTraceable&) {
+        // The failure knows the guid alone.
+        theDebugLog->log("The owner of " + node.str("name()") + " '" + node.str("@name") +
+                         "' is not found");
+        throw;
+    }
 }
 
 std::string ZelvoDumpRestorer::getParentByGuidId(const std::string& guid) {
@@ -94,11 +89,8 @@ std::string ZelvoDumpRestorer::getParentByGuidId(const std::string& guid) {
         theDebugLog->log("Empty parent Guid. Map to admin");
         return "admin";
     }
-    CliExec cmd = panelCommand("objectInfo");
-    cmd << "--getinfo"
-        << "-property-names"
-        << "name"
-        << "-guid" << guid;
+    CliExec cmd =
+        panelCommand("objectInfo", {"--getinfo", "-property-names", "name", "-guid", guid});
     if (cmd.exec(std::nothrow) != 0) {
         throw EXC(UnknownParentClassObject) % guid % cmd.stderr;
     }
@@ -111,14 +103,12 @@ std::string ZelvoDumpRestorer::getParentByGuidId(const std::string& guid) {
 }
 
 void ZelvoDumpRestorer::checkClientPresence(const std::string& name) {
-    CliExec cmd = panelCommand("client");
-    cmd << "--info" << name;
-    if (cmd.exec(std::nothrow) != 0) {
+    if (panelCommand("client", {"--info", name}).exec(std::nothrow) != 0) {
         throw EXC(ClientDoesNotExist) % name;
     }
 }
 
-void ZelvoDumpRestorer::reconfigureWebserverIfAsked() const {
+void ZelvoDumpRestorer::reconfigureWebserverIfAsked() {
     if (reconfigureWebserver) {
         tLogExecCmd cmd(files::getZelvoUtilityPath("websrvmng"));
         cmd << "--reconfigure-all";
@@ -126,14 +116,13 @@ void ZelvoDumpRestorer::reconfigureWebserverIfAsked() const {
     }
 }
 
-void ZelvoDumpRestorer::repairStatistics() const {
+void ZelvoDumpRestorer::repairStatistics() {
     tLogExecCmd cmd(files::getCorrectAwStatisticsFileName());
     cmd.exec();
 }
 
-void ZelvoDumpRestorer::setDefaultDomains() const {
-    CliExec ask = panelCommand("ipmanage");
-    ask << "-xi";
+void ZelvoDumpRestorer::setDefaultDomains() {
+    CliExec ask = panelCommand("ipmanage", {"-xi"});
     ask.exec(std::nothrow);
     const auto addresses = getZelvoIpInfo(ask.stdout);
     for (const auto& [address, domain] : IPDefaultDomains) {
@@ -141,11 +130,7 @@ void ZelvoDumpRestorer::setDefaultDomains() const {
         if (known == addresses.end() || known->second.defaultDomain) {
             continue;
         }
-        guarded([&domain = domain] {
-            CliExec cmd = panelCommand("domain_pref");
-            cmd << "-d" << domain;
-            cmd.exec();
-        });
+        guarded([&domain = domain] { runPanelCommand("domain_pref", {"-d", domain}); });
     }
 }
 

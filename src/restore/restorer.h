@@ -3,12 +3,12 @@
 
 #include <string>
 
-#include "restore/deploy_doc_ability.h"
+#include "restore/toolbox/deploy_doc_ability.h"
 
 namespace zelvo {
 
 // Restores the dump that the settings of tDeployDocAbility name. Serves for one call.
-class ZelvoDumpRestorer : public virtual tDeployDocAbility {
+class ZelvoDumpRestorer : public tDeployDocAbility {
   public:
     // Restores the server, the administrator, resellers, clients, domains, mail names and
     // databases, and does what only makes sense once all of them stand. What fails is logged with
@@ -16,12 +16,12 @@ class ZelvoDumpRestorer : public virtual tDeployDocAbility {
     void operator()();
 
     // Each restores one element of the dump's top level.
-    void deployServer(const XmlNode& node) const;
-    void deployReseller(const XmlNode& node) const;
-    void deployClient(const XmlNode& node) const;
-    void deployDomain(const XmlNode& node) const;
-    void deployMailname(const XmlNode& node) const;
-    void deployDatabase(const XmlNode& node) const;
+    static void deployServer(const XmlNode& node);
+    static void deployReseller(const XmlNode& node);
+    static void deployClient(const XmlNode& node);
+    static void deployDomain(const XmlNode& node);
+    static void deployMailname(const XmlNode& node);
+    static void deployDatabase(const XmlNode& node);
 
     // The name of the panel's object with that guid, "admin" for an empty guid. Asks the panel
     // each time. Raises UnknownParentClassObject.
@@ -31,10 +31,13 @@ class ZelvoDumpRestorer : public virtual tDeployDocAbility {
     static void checkClientPresence(const std::string& name);
 
   private:
-    void deployTopLevel() const;
-    void reconfigureWebserverIfAsked() const;
-    void repairStatistics() const;
-    void setDefaultDomains() const;
+    static void deployTopLevel();
+    static void reconfigureWebserverIfAsked();
+    static void repairStatistics();
+    static void setDefaultDomains();
+    // The owner of an element of the top level, with a line in the debug log for one whose owner is
+    // not found.
+    static std::string ownerOf(const XmlNode& node);
 };
 
 }  // namespace zelvo

@@ -179,8 +179,8 @@ TEST(Log, GoesToStandardErrorOnlyWithDebug) {
     EXPECT_EQ(run.out, "");
     for (const std::string& line :
          {std::string("INFO p.log: deployer started : "), std::string("ENV[LANG]=en_US.UTF-8\n"),
-          "DEBUG p.deployer: Validate dump using restore specification: " + kSession +
-              "/restore.xml\n",
+          std::string("DEBUG p.deployer: Validate dump using restore specification: "
+                      "/opt/qrd/RMK/restore-specification.xsd\n"),
           std::string("INFO p.log: deployer finished. Exit code: 0\n")}) {
         EXPECT_THAT(run.err, HasSubstr(line));
     }

@@ -7,10 +7,10 @@
 
 #include "recording_log.h"
 #include "report/error_functions.h"
-#include "restore/deploy_doc_ability.h"
-#include "restore/list_operator.h"
 #include "restore/parent_lookup.h"
-#include "restore/passwd.h"
+#include "restore/toolbox/deploy_doc_ability.h"
+#include "restore/toolbox/list_operator.h"
+#include "restore/toolbox/passwd.h"
 #include "xml/xml_document.h"
 
 using namespace zelvo;

@@ -1,0 +1,222 @@
+#include "restore/account/client_deployer.h"
+
+#include <utility>
+
+#include "report/debug_log.h"
+#include "report/object_logger.h"
+#include "restore/domain/domain_deployer.h"
+#include "restore/toolbox/guard.h"
+#include "restore/toolbox/limit_number.h"
+#include "restore/toolbox/option_table.h"
+#include "restore/toolbox/panel_command.h"
+#include "restore/toolbox/restore_errors.h"
+#include "restore/toolbox/run_settings.h"
+#include "restore/toolbox/traffic.h"
+#include "restore/toolbox/walk.h"
+
+namespace zelvo {
+
+namespace {
+
+constexpr OptionRow kEmail = {"-email", "preferences/pinfo[@name='email']", decoded};
+
+// The account's password, read once: an empty one is replaced by a random one, which must be the
+// same when the account is created and when it is updated.
+passwd accountPassword(const XmlNode& node) {
+    return ensureNoEmptyPassword(
+        passwd(node.test("properties") ? node.getNode("properties") : node), "sysuser");
+}
+
+}  // namespace
+
+ClientDeployer::ClientDeployer(std::string ownerName, std::string name, const tDeployAction& action)
+    : tDeployAction(action), ownerName_(std::move(ownerName)), name_(std::move(name)) {}
+
+void ClientDeployer::act(XmlNode node) const {
+    const ObjectLogger logger(name_, "client");
+    deployClientData(node);
+    theDebugLog->log("Restore of client '" + name_ + "' is complete");
+}
+
+void ClientDeployer::deployClientData(const XmlNode& node) const {
+    showProgress();
+    auto failed = EXC(FailedClientDeployment) % name_;
+    guarded([&] { wrapped(failed, [&] { deployClientStuff(node); }); });
+    if (!DeployActionSummarySkip(action())) {
+        ++report_ptr_->completedAccounts;
+    }
+    showProgress();
+    node.foreach (
+        "domains/domain", [this](const XmlNode& domain) { deployDomain(domain); },
+        deploy_error_func);
+    reportUnsupported(node, "(content/cid[@type='skeleton'])[1]", "skeleton");
+    showProgress();
+}
+
+void ClientDeployer::showProgress() const {
+    report_ptr_->updateProgressStats(name_, objectType::account);
+}
+
+void ClientDeployer::deployDomain(const XmlNode& node) const {
+    tDomainDeployer(name_, node.str("@name"), tDeployAction(node)).act(node);
+}
+
+void ClientDeployer::deployClientStuff(const XmlNode& node) const {
+    const std::string contact = node.test("@contact") ? node.str("@contact") : name_;
+    convert();
+    if (DeployActionChangeOwner()) {
+        changeOwner(GetClientCliUtil());
+    }
+    if (DeployActionSummaryUpdate(action())) {
+        const bool hasProperties = node.test("properties");
+        const passwd password =
+            DeployActionCreate() || hasProperties ? accountPassword(node) : passwd();
+        if (DeployActionCreate()) {
+            create(node, contact, password);
+        }
+        update(node, hasProperties ? &password : nullptr);
+    } else if (DeployActionDelete()) {
+        runPanelCommand(GetClientCliUtil(), {"--remove", name_});
+        return;
+    }
+    if (!DeployActionSummarySkip(action())) {
+        deployProperties(node);
+    }
+}
+
+void ClientDeployer::convert() const {
+    if (DeployActionConvertToClient()) {
+        runPanelCommand("reseller", {"--convert-to-client", name_});
+        changeOwner("client");
+    }
+    if (DeployActionConvertToReseller()) {
+        runPanelCommand("client", {"--convert-to-reseller", name_});
+    }
+}
+
+void ClientDeployer::changeOwner(const std::string& utility) const {
+    runPanelCommand(utility, {"--change-owner", name_, "-owner", ownerName_});
+}
+
+void ClientDeployer::create(const XmlNode& node, const std::string& contact,
+                            const passwd& password) const {
+    CliExec cmd = createCommand(GetClientCliUtil(), name_);
+    cmd << "-name" << contact;
+    for (const std::string& argument : notify_arg) {
+        cmd << argument;
+    }
+    addPasswdToCmdLine(password, cmd);
+    appendOptions(node, cmd, {kEmail, {"-creation-date", "@cr-date"}, {"-guid", "@guid"}});
+    cmd << "-owner" << ownerName_;
+    cmd.exec();
+}
+
+void ClientDeployer::update(const XmlNode& node, const passwd* password) const {
+    CliExec cmd = updateCommand(GetClientCliUtil(), name_);
+    cmd << "-login" << name_;
+    appendOptions(node, cmd, {{"-name", "@contact"}});
+    if (password) {
+        addPasswdToCmdLine(*password, cmd);
+    }
+    appendOptions(node, cmd,
+                  {kEmail,
+                   {"-creation-date", "@cr-date"},
+                   {"-uid", "@uid"},
+                   {"-ownership", "@ownership"},
+                   {"-guid", "@guid"}});
+    cmd.exec();
+}
+
+void ClientDeployer::deployProperties(const XmlNode& node) const {
+    guarded([&] { deployLimits(node); });
+    tryUpdateClientStuff([&](CmdLine& cmd) { setStatus(cmd, node); });
+    guarded([&] { deployPersonalData(node); });
+    tryUpdateClientPrefStuff([&](CmdLine& cmd) { setLocale(cmd, node); });
+    tryInstallSkin(node, GetClientCliPrefUtil(), name_);
+    guarded([&] { deployPreferences(node); });
+    node.foreach (
+        "ip_pool/ip", [this](const XmlNode& address) { deployIpPool(address); }, deploy_error_func);
+    reportUnsupported(node, "sapp-pool/sapp-item");
+    if (node.test("traffic")) {
+        guarded([&] { loadTraffic("--add-batch-user", name_, node.getNode("traffic")); });
+    }
+    reportUnsupported(node, "preferences/domain-template");
+    reportUnsupported(node, "preferences/custom-button");
+    if (node.test("properties/wz-reseller")) {
+        guarded([&] { deploySiteWizard(node.getNode("properties/wz-reseller")); });
+    }
+}
+
+void ClientDeployer::deployLimits(const XmlNode& node) const {
+    CliExec cmd = optionalUpdate(GetClientCliUtil(), name_);
+    try {
+        forEachNode(node, "limits-and-permissions/limit",
+                    [&](const XmlNode& limit) { setLimit(cmd, limit); });
+    } catch (const LimitConversionError& error) {
+        // A limit that is no number costs this command and not the run.
+        throw EXC(AssertionFailed) % error.what();
+    }
+    cmd.exec();
+}
+
+void ClientDeployer::deployPersonalData(const XmlNode& node) const {
+    const char* const items = "preferences/pinfo[(@name!='email') and (@name!='locale')]";
+    if (!node.test(items)) {
+        return;
+    }
+    CliExec cmd = optionalUpdate(GetClientCliUtil(), name_);
+    forEachNode(node, items, [&](const XmlNode& item) { setSafePinfo(cmd, item); });
+    setCountry(cmd, node);
+    cmd.exec();
+}
+
+void ClientDeployer::deployPreferences(const XmlNode& node) const {
+    CliExec cmd = optionalUpdate(GetClientCliPrefUtil(), name_);
+    getMaxButtonLength(node, cmd);
+    getLockScreen(node, cmd);
+    for (const char* permissions :
+         {"limits-and-permissions/permission[@name != 'multiple-sessions']",
+          "limits-and-permissions/permission[@name='multiple-sessions']"}) {
+        forEachNode(node, permissions,
+                    [&](const XmlNode& permission) { addPermission(cmd, permission); });
+    }
+    cmd.exec();
+}
+
+void ClientDeployer::deployIpPool(const XmlNode& address) const {
+    CliExec cmd = panelCommand("ip_pool", {"--add", address.str("ip-address"), "-type",
+                                           address.str("ip-type"), "-owner", name_});
+    if (cmd.exec(std::nothrow) != 0) {
+        cmd.reportError();
+    }
+}
+
+void ClientDeployer::deploySiteWizard(const XmlNode& wizard) const {
+    CliExec cmd = updateCommand(GetClientCliUtil(), name_);
+    appendOptions(wizard, cmd,
+                  {{"-wz-user", "@enabled", trueOrFalse},
+                   {"-wz-client-id", "wz-reseller-id"},
+                   {"-wz-client-login", "wz-client-login"}});
+    cmd.exec();
+}
+
+void ClientDeployer::setLimit(CmdLine& cmd, const XmlNode& limit) const {
+    const std::string name = limit.str("@name");
+    cmd << "-" + name << limitNumber(limit.str("."), "Client " + name_ + " " + name);
+}
+
+void ClientDeployer::tryUpdateClientStuff(const OptionGroup& options) const {
+    tryOptions(optionalUpdate(GetClientCliUtil(), name_), options);
+}
+
+void ClientDeployer::tryUpdateClientPrefStuff(const OptionGroup& options) const {
+    tryOptions(optionalUpdate(GetClientCliPrefUtil(), name_), options);
+}
+
+void ClientDeployer::setStatus(CmdLine& cmd, const XmlNode& node) {
+    if (node.test("properties/status")) {
+        addStatus(cmd, node.getNode("properties/status"));
+    }
+}
+
+}  // namespace zelvo

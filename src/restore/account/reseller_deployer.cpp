@@ -1,0 +1,28 @@
+#include "restore/account/reseller_deployer.h"
+
+#include "report/debug_log.h"
+#include "report/error_functions.h"
+#include "report/object_logger.h"
+
+namespace zelvo {
+
+ResellerDeployer::ResellerDeployer(const std::string& name, const tDeployAction& action)
+    : ClientDeployer("admin", name, action) {}
+
+void ResellerDeployer::act(XmlNode node) const {
+    const ObjectLogger logger(name(), "reseller");
+    deployClientData(node);
+    if (DeployActionSummaryUpdate(action())) {
+        reportUnsupported(node, "preferences/client-template");
+    }
+    node.foreach (
+        "clients/client", [this](const XmlNode& client) { deployClient(client); },
+        deploy_error_func);
+    theDebugLog->log("Restore of reseller '" + name() + "' is complete");
+}
+
+void ResellerDeployer::deployClient(const XmlNode& node) const {
+    ClientDeployer(name(), node.str("@name"), tDeployAction(node)).act(node);
+}
+
+}  // namespace zelvo

@@ -1,0 +1,278 @@
+#include "restore/domain/domain_deployer.h"
+
+#include <utility>
+
+#include "commons/errors.h"
+#include "report/debug_log.h"
+#include "report/object_logger.h"
+#include "restore/domain/domain_suspender.h"
+#include "restore/objects/domain_template.h"
+#include "restore/toolbox/command_in_parts.h"
+#include "restore/toolbox/guard.h"
+#include "restore/toolbox/limit_number.h"
+#include "restore/toolbox/option_table.h"
+#include "restore/toolbox/panel_command.h"
+#include "restore/toolbox/passwd.h"
+#include "restore/toolbox/restore_errors.h"
+#include "restore/toolbox/run_settings.h"
+#include "restore/toolbox/traffic.h"
+#include "restore/toolbox/walk.h"
+
+namespace zelvo {
+
+namespace {
+
+constexpr OptionRow kGuid = {"-guid", "@guid"};
+constexpr OptionRow kCreationDate = {"-creation-date", "@cr-date"};
+
+// The limits that must be numbers. The blank in "disk_space_soft " leaves the soft disk limit out,
+// so that it goes out whatever it holds.
+bool isNumber(const std::string& limit) {
+    for (const char* size :
+         {"disk_space", "disk_space_soft ", "max_traffic", "max_traffic_soft", "mbox_quota"}) {
+        if (limit == size) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+tDomainDeployer::tDomainDeployer(std::string ownerName, std::string domainName,
+                                 const tDeployAction& action)
+    : tDeployAction(action), domain_{std::move(domainName), std::move(ownerName), "", false} {}
+
+void tDomainDeployer::act(XmlNode node) const {
+    const ObjectLogger logger(domain_.name, "domain");
+    const TemplateRules rules = templateInForce() ? templateRules(node) : TemplateRules();
+    showProgress();
+    DomainSuspender suspender(domain_.name);
+    if (suspend && !DeployActionCreate()) {
+        suspender.suspendDomain();
+    }
+    auto failed = EXC(FailedDomainDeployment) % domain_.name;
+    wrapped(
+        failed, [&] { deployDomain(node, rules); }, [&] { guarded([this] { countDomain(); }); });
+    if (DeployActionDelete()) {
+        return;
+    }
+    wrapped(
+        failed, [&] { deployContents(node, rules); },
+        [&] {
+            salvage(node);
+            guarded([this] { countDomain(); });
+        });
+    silenced([&] { setStatus(node); });
+    setGuid(node);
+    countDomain();
+    theDebugLog->log("Deployment of domain '" + domain_.name + "' is complete");
+    suspender.doUnsuspendDomain();
+}
+
+bool tDomainDeployer::writesSettings() const {
+    return DeployActionSummaryUpdate(action()) || DeployActionConvertToClient() ||
+           DeployActionConvertToReseller();
+}
+
+tDomainDeployer::TemplateRules tDomainDeployer::templateRules(const XmlNode& node) const {
+    const bool templateHasHosting = domainTemplateHasHosting(domainTemplate);
+    const bool domainHasHosting = node.test("phosting");
+    if (templateHasHosting && !domainHasHosting) {
+        throw EXC(SkipDomainDueToTemplateHosting) % domain_.name;
+    }
+    if (templateHasHosting) {
+        theDebugLog->log("Deploying domain using parameters from domain template");
+    } else if (domainHasHosting) {
+        theDebugLog->log("Domain template has no hosting configured, but " + domain_.name +
+                         " has hosting. Continuing hosting deployment using domain parameters");
+    }
+    return {!templateHasHosting, templateHasHosting};
+}
+
+void tDomainDeployer::deployDomain(const XmlNode& node, const TemplateRules& rules) const {
+    if (DeployActionChangeOwner()) {
+        runPanelCommand("domain", {"--change-owner", domain_.name, "-owner", domain_.owner});
+    }
+    if (DeployActionCreate()) {
+        createDomain(node, rules);
+    } else if (writesSettings()) {
+        CliExec cmd = updateCommand("domain", domain_.name);
+        appendOptions(node, cmd, {kGuid, kCreationDate});
+        cmd.exec();
+    } else if (DeployActionDelete()) {
+        runPanelCommand("domain", {"--remove", domain_.name});
+    }
+}
+
+void tDomainDeployer::createDomain(const XmlNode& node, const TemplateRules& rules) const {
+    CliExec cmd = createCommand("domain", domain_.name);
+    cmd << "-owner" << domain_.owner;
+    for (const std::string& argument : notify_arg) {
+        cmd << argument;
+    }
+    appendOptions(node, cmd, {kGuid, kCreationDate});
+    if (templateInForce()) {
+        cmd << "-template" << domainTemplate << "-force";
+        const std::string sysuser = "phosting/preferences/sysuser";
+        if (rules.templateHasHosting) {
+            getSysUserOpts(node.getNode(sysuser), cmd, false, false);
+        }
+        const std::string fpuser = "phosting/preferences/fpuser";
+        const XmlNode frontpage = node.getNode(node.test(fpuser) ? fpuser : sysuser);
+        cmd << "-fplogin" << frontpage.str("@name") << "-fppasswd" << passwd(frontpage).value;
+    }
+    cmd.exec();
+}
+
+void tDomainDeployer::deployContents(const XmlNode& node, const TemplateRules& rules) const {
+    if (writesSettings()) {
+        if (!templateInForce()) {
+            deployLimits(node);
+        }
+        node.foreach (
+            "domainuser", [this](const XmlNode& user) { setDomainUser(user); }, deploy_error_func);
+    }
+    if (node.test("mailsystem")) {
+        deployMailSystem(node.getNode("mailsystem"));
+    }
+    reportUnsupported(node, "databases/database");
+    if (writesSettings()) {
+        deployServices(node);
+    }
+    const DomainInfo hosted = deployHostingOnAddress(node, rules);
+    if (writesSettings()) {
+        deployExtras(node, hosted);
+    }
+}
+
+void tDomainDeployer::deployLimits(const XmlNode& node) const {
+    CommandInParts limits(optionalUpdate("domain_pref", domain_.name));
+    forEachNode(node, "limits-and-permissions/limit", [&](const XmlNode& limit) {
+        limits.add(PartCost::kNothing, [this, limit](CmdLine& cmd) { setLimit(cmd, limit); });
+    });
+    limits.exec();
+}
+
+void tDomainDeployer::deployServices(const XmlNode& node) const {
+    CliExec cmd = updateCommand("domain_pref", domain_.name);
+    appendOptions(node, cmd, {{"-www", "@www", falseOrTrue}});
+    cmd.exec();
+    reportUnsupported(node, "preferences/domain-alias");
+    if (node.test("maillists")) {
+        guarded([&] { deployMailLists(node.getNode("maillists")); });
+    }
+    reportUnsupported(node, "tomcat");
+}
+
+void tDomainDeployer::deployMailLists(const XmlNode& maillists) const {
+    CliExec cmd = panelCommand("maillist", {"--update-service", domain_.name});
+    addStatus(cmd, maillists.getNode("status"));
+    cmd.exec();
+    reportUnsupported(maillists, "maillist");
+    if (hasCid(maillists, "domainmaillist")) {
+        throw EXC(NotSupportedOperation) % "content of maillists";
+    }
+}
+
+DomainInfo tDomainDeployer::deployHostingOnAddress(const XmlNode& node,
+                                                   const TemplateRules& rules) const {
+    DomainInfo hosted = domain_;
+    const std::string hosting = "shosting|fhosting|phosting";
+    if (node.test(hosting)) {
+        guarded([&] {
+            if (node.test("properties/ip")) {
+                hosted.address = node.str("properties/ip/ip-address");
+                hosted.hasExclusiveAddress = node.test("properties/ip/ip-type = 'exclusive'");
+            }
+            deployHosting(node.getNode(hosting), hosted, rules);
+        });
+    }
+    return hosted;
+}
+
+void tDomainDeployer::deployExtras(const XmlNode& node, const DomainInfo& hosted) const {
+    node.foreach (
+        "properties/dns-zone",
+        [](const XmlNode& zone) {
+            deployDnsZone(zone, templateInForce() && domainTemplateWebmailStatus(domainTemplate));
+        },
+        deploy_error_func);
+    if (node.test("traffic")) {
+        guarded([&] { loadTraffic("--add-batch", domain_.name, node.getNode("traffic")); });
+    }
+    reportUnsupported(node, "certificates/certificate");
+    reportUnsupported(node, "preferences/custom-button");
+    if (node.test("preferences/default-domain") && !hosted.address.empty()) {
+        IPDefaultDomains[hosted.address] = domain_.name;
+    }
+    if (!templateInForce()) {
+        deployExpirationLimit(node);
+    }
+}
+
+void tDomainDeployer::setLimit(CmdLine& cmd, const XmlNode& limit) const {
+    const std::string name = limit.str("@name");
+    const std::string text = limit.str(".");
+    cmd << "-" + name
+        << (isNumber(name) ? limitNumber(text, "Domain " + domain_.name + " " + name) : text);
+}
+
+void tDomainDeployer::deployLimit(const XmlNode& limit) const {
+    CliExec cmd = updateCommand("domain_pref", domain_.name);
+    setLimit(cmd, limit);
+    cmd.exec();
+}
+
+void tDomainDeployer::deployExpirationLimit(const XmlNode& node) const {
+    const std::string expiration = "limits-and-permissions/limit[@name='expiration']";
+    if (node.test(expiration)) {
+        deployLimit(node.getNode(expiration));
+    }
+}
+
+void tDomainDeployer::setStatus(const XmlNode& node) const {
+    if (node.test("properties/status")) {
+        CliExec cmd = updateCommand("domain", domain_.name);
+        addStatus(cmd, node.getNode("properties/status"));
+        cmd.exec();
+    }
+}
+
+void tDomainDeployer::setGuid(const XmlNode& node) const {
+    CliExec cmd = optionalUpdate("domain", domain_.name);
+    appendOptions(node, cmd, {kGuid});
+    cmd.exec();
+}
+
+void tDomainDeployer::salvage(const XmlNode& node) const {
+    // The failure that brought us here is the one to tell.
+    silenced([&] { setStatus(node); });
+    if (!templateInForce()) {
+        silenced([&] { deployExpirationLimit(node); });
+    }
+}
+
+void tDomainDeployer::countDomain() const {
+    ++report_ptr_->completedDomains;
+    showProgress();
+}
+
+void tDomainDeployer::showProgress() const {
+    report_ptr_->updateProgressStats(domain_.name, objectType::domain);
+}
+
+void tDomainDeployer::deployMailSystem(const XmlNode&) {
+    deploy_error_func(EXC(NotSupportedOperation) % "mailsystem");
+}
+
+void tDomainDeployer::deployHosting(const XmlNode& hosting, const DomainInfo&,
+                                    const TemplateRules&) {
+    throw EXC(NotSupportedOperation) % hosting.str("name()");
+}
+
+void tDomainDeployer::deployDnsZone(const XmlNode&, bool) {
+    throw EXC(NotSupportedOperation) % "dns-zone";
+}
+
+}  // namespace zelvo

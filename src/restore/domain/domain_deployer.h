@@ -1,0 +1,77 @@
+// Restores one domain of the panel with everything that it holds.
+#pragma once
+
+#include <string>
+
+#include "restore/toolbox/deploy_action.h"
+#include "restore/toolbox/deploy_doc_ability.h"
+#include "restore/toolbox/domain_info.h"
+
+namespace zelvo {
+
+// Deploys one `domain` element.
+class tDomainDeployer : public XmlDeployDocAbility, public tDeployAction {
+  public:
+    // ownerName: login of the owning account, or "admin". domainName: the domain, in UTF-8.
+    tDomainDeployer(std::string ownerName, std::string domainName, const tDeployAction& action);
+
+    using XmlDeployDocAbility::act;
+    // Restores the domain. Raises FailedDomainDeployment around what cost the whole domain,
+    // SkipDomainDueToTemplateHosting for a domain that the template in force does not fit, and what
+    // setting the guid or saving the progress raises; the failures of its parts are told and do not
+    // leave.
+    void act(XmlNode node) const override;
+
+  private:
+    // What the template in force makes of a domain.
+    struct TemplateRules {
+        // Hosting parameters of the dump are to be applied, and not those of the template.
+        bool useDumpParameters = true;
+        // The template has physical hosting; false without a template.
+        bool templateHasHosting = false;
+    };
+
+    // True for the words under which the domain's own settings are written: those of a converted
+    // account's domains too.
+    bool writesSettings() const;
+    static bool templateInForce() { return !domainTemplate.empty(); }
+
+    TemplateRules templateRules(const XmlNode& node) const;
+
+    // What hangs on the domain as a whole. Each raises what costs the domain.
+    void deployDomain(const XmlNode& node, const TemplateRules& rules) const;
+    void createDomain(const XmlNode& node, const TemplateRules& rules) const;
+
+    // What stands inside the domain, in the order of the restore.
+    void deployContents(const XmlNode& node, const TemplateRules& rules) const;
+    void deployLimits(const XmlNode& node) const;
+    void deployServices(const XmlNode& node) const;
+    void deployMailLists(const XmlNode& maillists) const;
+    // Returns the domain with the address of its hosting, if it has any.
+    DomainInfo deployHostingOnAddress(const XmlNode& node, const TemplateRules& rules) const;
+    void deployExtras(const XmlNode& node, const DomainInfo& hosted) const;
+
+    void setLimit(CmdLine& cmd, const XmlNode& limit) const;
+    void deployLimit(const XmlNode& limit) const;
+    void deployExpirationLimit(const XmlNode& node) const;
+    void setStatus(const XmlNode& node) const;
+    void setGuid(const XmlNode& node) const;
+
+    // What a domain that fails still gets: its status and its expiration.
+    void salvage(const XmlNode& node) const;
+    void countDomain() const;
+    void showProgress() const;
+
+    // The domain administrator: all options in one call, and part by part if that call fails.
+    void setDomainUser(const XmlNode& user) const;
+
+    // These stand for deployers that are not there yet, and report the element.
+    static void deployMailSystem(const XmlNode& mailsystem);
+    static void deployHosting(const XmlNode& hosting, const DomainInfo& domain,
+                              const TemplateRules& rules);
+    static void deployDnsZone(const XmlNode& zone, bool templateWebmail);
+
+    DomainInfo domain_;
+};
+
+}  // namespace zelvo

@@ -1,0 +1,78 @@
+#include "restore/toolbox/contact.h"
+
+#include "lib/base64.h"
+#include "restore/toolbox/deploy_doc_ability.h"
+#include "restore/toolbox/location.h"
+
+namespace zelvo {
+
+namespace {
+
+// An item of contact data: below `preferences`, or where that is missing directly below the node.
+std::string contactItem(const XmlNode& node, const std::string& name) {
+    const std::string item = "pinfo[@name='" + name + "']";
+    for (const std::string& place : {"preferences/" + item, item}) {
+        if (node.test(place)) {
+            return contactText(node.getNode(place));
+        }
+    }
+    return "";
+}
+
+}  // namespace
+
+std::string contactText(const XmlNode& pinfo) {
+    const std::string text = pinfo.str(".");
+    return pinfo.test("@encoded = 'true'") ? base64_decode(text) : text;
+}
+
+bool tDeployDocAbility::setLocale(CmdLine& cmd, const XmlNode& node) {
+    for (const char* place : {"preferences/pinfo[@name='locale']", "pinfo[@name='locale']"}) {
+        if (!node.test(place)) {
+            continue;
+        }
+        const std::string locale = contactText(node.getNode(place));
+        if (!locale.empty()) {
+            cmd << "-locale" << locale;
+            return true;
+        }
+    }
+    return false;
+}
+
+bool tDeployDocAbility::setCountry(CmdLine& cmd, const XmlNode& node) {
+    std::string country = contactItem(node, "country");
+    std::string state = contactItem(node, "state");
+    std::string zip = contactItem(node, "zip");
+    if (country.empty()) {
+        return false;
+    }
+    if (incompleteAmerican(country, state, zip)) {
+        completeLocation(country, state, zip);
+    }
+    cmd << "-country" << country;
+    if (!zip.empty()) {
+        cmd << "-zip" << zip;
+    }
+    if (!state.empty()) {
+        cmd << "-state" << state;
+    }
+    return true;
+}
+
+bool tDeployDocAbility::setPinfo(CmdLine& cmd, const XmlNode& node) {
+    cmd << "-" + node.str("@name") << contactText(node);
+    return true;
+}
+
+bool tDeployDocAbility::setSafePinfo(CmdLine& cmd, const XmlNode& node) {
+    const std::string name = node.str("@name");
+    for (const char* other : {"locale", "country", "state", "zip"}) {
+        if (name == other) {
+            return false;
+        }
+    }
+    return setPinfo(cmd, node);
+}
+
+}  // namespace zelvo

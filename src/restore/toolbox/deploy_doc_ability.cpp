@@ -1,0 +1,90 @@
+#include "restore/toolbox/deploy_doc_ability.h"
+
+#include "commons/errors.h"
+#include "restore/toolbox/guard.h"
+#include "restore/toolbox/list_operator.h"
+#include "restore/toolbox/option_table.h"
+#include "restore/toolbox/panel_command.h"
+
+namespace zelvo {
+
+_xmlDoc* tDeployDocAbility::doc_ = nullptr;
+_xmlNode* tDeployDocAbility::xnode_root_ = nullptr;
+XmlNode tDeployDocAbility::root(nullptr, nullptr);
+std::string tDeployDocAbility::domainTemplate;
+bool tDeployDocAbility::notifyUsers = false;
+std::shared_ptr<ContentUnpacker> tDeployDocAbility::extractor;
+std::string tDeployDocAbility::backupUser;
+std::string tDeployDocAbility::backupUserType;
+bool tDeployDocAbility::suspend = false;
+tDeployProgressReport* tDeployDocAbility::report_ptr_ = nullptr;
+
+namespace {
+
+std::string cidPath(const std::string& type) { return "content/cid[@type='" + type + "']"; }
+
+}  // namespace
+
+void tDeployDocAbility::getLockScreen(const XmlNode& node, CmdLine& cmd) {
+    appendOptions(node, cmd, {{"-lock-screen", "@lock-screen = 'false'", falseIf}});
+}
+
+void tDeployDocAbility::getMaxButtonLength(const XmlNode& node, CmdLine& cmd) {
+    appendOptions(node, cmd, {{"-max-button-length", "@max-button-length"}});
+}
+
+std::string tDeployDocAbility::parseStatus(const XmlNode& node) {
+    if (node.test("enabled")) {
+        return "enabled";
+    }
+    std::string words;
+    node.foreach (
+        "disabled-by/@name", [&words](const XmlNode& name) { appendToList(words, name.str(".")); },
+        deploy_error_func);
+    return words;
+}
+
+void tDeployDocAbility::addStatus(CmdLine& cmd, const XmlNode& node) {
+    cmd << "-status" << parseStatus(node);
+}
+
+bool tDeployDocAbility::hasCid(const XmlNode& node, const std::string& type) {
+    return node.test(cidPath(type));
+}
+
+Cid tDeployDocAbility::getCid(const XmlNode& node, const std::string& type) {
+    return Cid(node.getNode(cidPath(type)));
+}
+
+bool tDeployDocAbility::getCid(const XmlNode& node, const std::string& type, Cid& cid) {
+    if (!hasCid(node, type)) {
+        return false;
+    }
+    cid = getCid(node, type);
+    return true;
+}
+
+void tDeployDocAbility::tryInstallSkin(const XmlNode& node, const std::string& utility,
+                                       const std::string& name) {
+    if (node.test("@skin")) {
+        debugLogged([&] {
+            runPanelCommand(utility, {"--update", name, "-skin", node.str("@skin")});
+        });
+    }
+}
+
+void addPermission(CmdLine& cmd, const XmlNode& permission) {
+    const std::string option = "-" + permission.str("@name");
+    appendOptions(permission, cmd, {{option.c_str(), "@value", falseOrTrue}});
+}
+
+void reportUnsupported(const XmlNode& node, const std::string& expr, const std::string& name) {
+    node.foreach (
+        expr,
+        [&name](const XmlNode& found) {
+            throw EXC(NotSupportedOperation) % (name.empty() ? found.str("name()") : name);
+        },
+        deploy_error_func);
+}
+
+}  // namespace zelvo

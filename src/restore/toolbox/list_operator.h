@@ -1,0 +1,45 @@
+// Lists of an element's items as one argument, separated by commas.
+#pragma once
+
+#include <string>
+
+#include "xml/xml_node.h"
+
+namespace zelvo {
+
+// Appends an item to such a list; an empty one leaves it as it is.
+void appendToList(std::string& list, const std::string& item);
+
+// Gathers the text of the visited nodes that carry a certain action word.
+class tPeriodSeparatedListOperator : public tXmlOperator {
+  public:
+    // list: where the items are appended; must outlive the operator. action: the action word of
+    // the nodes to take; an empty one takes those to be created.
+    explicit tPeriodSeparatedListOperator(std::string& list, std::string action = "");
+
+    // Appends the node's text, if it has any. Raises MigrationTerminatedException when the run is
+    // to stop.
+    void act(_xmlNode* node) const override;
+
+  private:
+    std::string& list_;
+    std::string action_;
+};
+
+// The same for the address patterns of the spam filter, whatever the nodes' action words.
+class tPeriodSeparatedListOperatorForSpamAssassin : public tXmlOperator {
+  public:
+    explicit tPeriodSeparatedListOperatorForSpamAssassin(std::string& list);
+
+    void act(_xmlNode* node) const override;
+
+  private:
+    std::string& list_;
+};
+
+// Rewrites an entry of the dump into an address pattern "LOCAL@DOMAIN" as the spam filter wants
+// it. An entry with an "@", or without "*" and "?", stays as it is; a change is told to the debug
+// log.
+std::string toAddressPattern(const std::string& entry);
+
+}  // namespace zelvo

@@ -1,0 +1,42 @@
+#include "restore/toolbox/panel_command.h"
+
+#include "commons/files.h"
+
+namespace zelvo {
+
+CliExec panelCommand(const std::string& utility, std::initializer_list<std::string> head) {
+    CliExec cmd(files::getDirectCliUtilityPath(utility));
+    for (const std::string& argument : head) {
+        cmd << argument;
+    }
+    return cmd;
+}
+
+CliExec createCommand(const std::string& utility, const std::string& name) {
+    return panelCommand(utility, {"--create", name});
+}
+
+CliExec updateCommand(const std::string& utility, const std::string& name) {
+    return panelCommand(utility, {"--update", name});
+}
+
+CliExec optionalUpdate(const std::string& utility, const std::string& name) {
+    CliExec cmd = updateCommand(utility, name);
+    cmd.expectOptions();
+    return cmd;
+}
+
+void runPanelCommand(const std::string& utility, std::initializer_list<std::string> arguments) {
+    panelCommand(utility, arguments).exec();
+}
+
+std::string askPanel(const std::string& utility, std::initializer_list<std::string> arguments) {
+    CliExec cmd = panelCommand(utility, arguments);
+    if (cmd.exec(std::nothrow) != 0 && cmd.stdout.empty()) {
+        // There is nothing to read, and the utility has said why.
+        cmd.reportError();
+    }
+    return cmd.stdout;
+}
+
+}  // namespace zelvo

@@ -1,0 +1,32 @@
+// The heads of the commands that go to the panel's own utilities.
+#pragma once
+
+#include <initializer_list>
+#include <string>
+
+#include "exec/cli_exec.h"
+
+namespace zelvo {
+
+// All take a utility's name without directory and extension, and words that become arguments.
+
+// The panel's utility with these first arguments, ready to take more.
+CliExec panelCommand(const std::string& utility, std::initializer_list<std::string> head = {});
+
+// "UTILITY --create NAME".
+CliExec createCommand(const std::string& utility, const std::string& name);
+
+// "UTILITY --update NAME", which runs whatever follows.
+CliExec updateCommand(const std::string& utility, const std::string& name);
+
+// "UTILITY --update NAME" that runs only if something is appended to it.
+CliExec optionalUpdate(const std::string& utility, const std::string& name);
+
+// Runs the utility with these arguments and no others. Raises what CliExec::exec raises.
+void runPanelCommand(const std::string& utility, std::initializer_list<std::string> arguments);
+
+// What a utility says when it is asked: its standard output. Its code counts only where there is
+// nothing to read. Raises ExecCmd::Failed then.
+std::string askPanel(const std::string& utility, std::initializer_list<std::string> arguments);
+
+}  // namespace zelvo

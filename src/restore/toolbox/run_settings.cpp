@@ -1,0 +1,10 @@
+#include "restore/toolbox/run_settings.h"
+
+namespace zelvo {
+
+std::vector<std::string> notify_arg;
+bool reconfigureWebserver = false;
+bool wasInitialConfiguration = false;
+std::map<std::string, std::string> IPDefaultDomains;
+
+}  // namespace zelvo
