@@ -1,5 +1,7 @@
 #include "exec/cli_exec.h"
 
+#include "exec/cli_gate.h"
+#include "exec/cli_gate_request.h"
 #include "report/debug_log.h"
 
 namespace zelvo {
@@ -8,6 +10,26 @@ namespace {
 
 // What a utility cannot return: the gate failed.
 constexpr int kGateFailed = 255;
+
+// The one connection of the process. It is never closed: whatever ends the process, in the middle
+// of a request too, leaves it alone.
+CliGate& theGate() {
+    static CliGate& gate = *new CliGate;
+    return gate;
+}
+
+void detectGate() {
+    theDebugLog->log(std::string("Attempt to detect available CLI execution interfaces"));
+    CliExec::first_run = false;
+    try {
+        theGate().initConnection();
+        theDebugLog->log(std::string("CLI gate is available"));
+    } catch (const ExTraceable& failure) {
+        theDebugLog->log(std::string("CLI gate is NOT available"));
+        CliExec::use_gate = false;
+        theDebugLog->log(failure);
+    }
+}
 
 }  // namespace
 
@@ -26,19 +48,6 @@ CliExec::CliExec(const std::string& path) : tLogExecCmd(path) {
     }
 }
 
-void CliExec::detectGate() {
-    theDebugLog->log(std::string("Attempt to detect available CLI execution interfaces"));
-    first_run = false;
-    try {
-        initConnection();
-        theDebugLog->log(std::string("CLI gate is available"));
-    } catch (const ExTraceable& failure) {
-        theDebugLog->log(std::string("CLI gate is NOT available"));
-        use_gate = false;
-        theDebugLog->log(failure);
-    }
-}
-
 CliExec& CliExec::operator<<(const std::string& argument) {
     hasOptions_ = hasOptions_ || expectOptions_;
     tLogExecCmd::operator<<(argument);
@@ -53,8 +62,8 @@ int CliExec::exec() {
         return tLogExecCmd::exec();
     }
     started = true;
-    makePostRequest(prepareRequestString());
-    analyzeResponse();
+    theGate().makePostRequest(prepareRequestString(*this));
+    theGate().analyzeResponse(*this);
     return retCode;
 }
 
@@ -72,5 +81,9 @@ int CliExec::exec(std::nothrow_t) noexcept {
     }
     return retCode = kGateFailed;
 }
+
+std::string CliExec::urlencode(const std::string& text) { return zelvo::urlencode(text); }
+
+std::string CliExec::urldecode(const std::string& text) { return zelvo::urldecode(text); }
 
 }  // namespace zelvo

@@ -5,28 +5,29 @@
 #include <tuple>
 #include <utility>
 
+#include "exec/cli_gate.h"
+#include "exec/cli_gate_request.h"
 #include "recording_log.h"
 
 using namespace zelvo;
 
 namespace {
 
-// What goes to the gate and what comes from it is private, and tried here without a gate: an
-// explicit instantiation may name private members, and its friend hands them out.
+// What comes from the gate is private, and tried here without a gate: an explicit instantiation may
+// name private members, and its friend hands them out.
 template <auto... members>
 struct Opened {
-    friend auto openCliExec() { return std::make_tuple(members...); }
+    friend auto openCliGate() { return std::make_tuple(members...); }
 };
-auto openCliExec();
-template struct Opened<&CliExec::first_run, &CliExec::status, &CliExec::response,
-                       &CliExec::prepareRequestString, &CliExec::headerWriter,
-                       &CliExec::responseWriter>;
-const auto [isFirstRun, gateStatus, gateResponse, requestOf, takeHeader, takeBody] = openCliExec();
+auto openCliGate();
+template struct Opened<&CliGate::status, &CliGate::response, &CliGate::headerWriter,
+                       &CliGate::responseWriter>;
+const auto [gateStatus, gateResponse, takeHeader, takeBody] = openCliGate();
 
 class CliExecTest : public testing::Test {
   protected:
     CliExecTest() {
-        *isFirstRun = false;  // Nothing is looked for on this machine.
+        CliExec::first_run = false;  // Nothing is looked for on this machine.
         CliExec::use_gate = true;
     }
 
@@ -63,7 +64,7 @@ TEST_F(CliExecTest, SendsTheWholeCommandEscaped) {
             << "";
     command.setEnv("QRD_PASSWORD", "p+w");
     command.stdin.assign("x\ny\0z", 5);
-    EXPECT_EQ((command.*requestOf)(),
+    EXPECT_EQ(prepareRequestString(command),
               "ARG[0]=client.x&ARG[1]=a%26b%3Dc%20d&ARG[2]=&ENV[ALLOW_WEAK_PASSWORDS]=&"
               "ENV[LANG]=en_US.UTF-8&ENV[QRD_PASSWORD]=p%2Bw&STDIN=x%0Ay%00z");
     EXPECT_EQ(log_.lines.at(0), "Request is ready for: echo '" + command.stdin +
@@ -80,14 +81,14 @@ TEST_F(CliExecTest, TakesTheStatusFromItsLineAndTheBodyUpToAZeroByte) {
         {"HTTP/1.0 200 OK\r\n", -1},         {"X: HTTP/1.1 200 OK\r\n", -1},
         {"HTTP/1.1 99999999999 X\r\n", -1},
     };
+    CliGate gate;
     for (auto [line, status] : rows) {
-        *gateStatus = -1;
-        EXPECT_EQ(takeHeader(line.data(), 1, line.size(), nullptr), line.size());
-        EXPECT_EQ(*gateStatus, status) << line;
+        gate.*gateStatus = -1;
+        EXPECT_EQ(takeHeader(line.data(), 1, line.size(), &gate), line.size());
+        EXPECT_EQ(gate.*gateStatus, status) << line;
     }
-    gateResponse->clear();
     char body[] = "ab\0cdef";
-    EXPECT_EQ(takeBody(body, 1, 5, nullptr), 5U);
-    EXPECT_EQ(takeBody(body + 5, 2, 1, nullptr), 2U) << "not ended by a zero byte";
-    EXPECT_EQ(*gateResponse, "abef");
+    EXPECT_EQ(takeBody(body, 1, 5, &gate), 5U);
+    EXPECT_EQ(takeBody(body + 5, 2, 1, &gate), 2U) << "not ended by a zero byte";
+    EXPECT_EQ(gate.*gateResponse, "abef");
 }
