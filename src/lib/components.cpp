@@ -1,10 +1,11 @@
 #include "lib/components.h"
 
+#include <mysql.h>
+
 #include <cstdio>
 #include <string>
 #include <utility>
 
-#include "lib/db_handles.h"
 #include "lib/dbconnect.h"
 
 namespace {

@@ -1,24 +1,15 @@
 #include "lib/db_handles.h"
 
+#include <mysql.h>
+
 #include <cerrno>
 #include <cstdarg>
-#include <cstdlib>
 
-#include "lib/dbconnect.h"
 #include "lib/liblog.h"
 
-UsedConnection::UsedConnection(MYSQL* given)
-    : own_(given == nullptr ? db_connect() : nullptr),
-      used_(given == nullptr ? own_.get() : given) {
-    if (used_ == nullptr) {
-        reportDb(0, "Unable to connect to the mysql database\n");
-    }
-}
+void DbConnectionCloser::operator()(MYSQL* connection) const { mysql_close(connection); }
 
-std::string escaped(MYSQL* connection, const char* text) {
-    const std::unique_ptr<char, decltype(&free)> owner(escape_mysql_param(connection, text), &free);
-    return owner.get();
-}
+void DbResultFreer::operator()(MYSQL_RES* rows) const { mysql_free_result(rows); }
 
 void reportDb(int exitCode, const char* format, ...) {
     va_list arguments;

@@ -1,37 +1,24 @@
-// Owners of what the MySQL client library hands out, for the files of the database layer.
+// Owners of what the MySQL client library hands out, for the files of the database layer, and how
+// they report what went wrong.
 #pragma once
 
-#include <mysql.h>
-
 #include <memory>
-#include <string>
+
+// A connection of the client library, and the rows that a query gave.
+struct st_mysql;
+using MYSQL = st_mysql;
+struct st_mysql_res;
+using MYSQL_RES = st_mysql_res;
 
 struct DbConnectionCloser {
-    void operator()(MYSQL* connection) const { mysql_close(connection); }
+    void operator()(MYSQL* connection) const;
 };
 using DbConnection = std::unique_ptr<MYSQL, DbConnectionCloser>;
 
 struct DbResultFreer {
-    void operator()(MYSQL_RES* rows) const { mysql_free_result(rows); }
+    void operator()(MYSQL_RES* rows) const;
 };
 using DbResult = std::unique_ptr<MYSQL_RES, DbResultFreer>;
-
-// The connection that a caller passed, or else one of its own that is closed at the end.
-class UsedConnection {
-  public:
-    // given: an open connection, or null. That none can be opened is reported.
-    explicit UsedConnection(MYSQL* given);
-
-    // Null when there is no connection.
-    MYSQL* get() const { return used_; }
-
-  private:
-    DbConnection own_;
-    MYSQL* used_;
-};
-
-// Returns the text as escape_mysql_param does.
-std::string escaped(MYSQL* connection, const char* text);
 
 // As messlog2 with no flag, without a system error: what the library said stands in the message,
 // and errno belongs to something else.

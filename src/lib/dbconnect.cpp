@@ -1,11 +1,13 @@
 #include "lib/dbconnect.h"
 
+#include <mysql.h>
+
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 #include "lib/admin_password.h"
-#include "lib/db_handles.h"
 #include "lib/libsafe.h"
 
 int _mysql41_compatible = -1;
@@ -188,4 +190,17 @@ char* escape_mysql_param(MYSQL* connection, const char* text) {
     char* const escaped = static_cast<char*>(malloc_safe(2 * length + 1));
     mysql_real_escape_string(connection, escaped, text, length);
     return escaped;
+}
+
+std::string escaped(MYSQL* connection, const char* text) {
+    const std::unique_ptr<char, decltype(&free)> owner(escape_mysql_param(connection, text), &free);
+    return owner.get();
+}
+
+UsedConnection::UsedConnection(MYSQL* given)
+    : own_(given == nullptr ? db_connect() : nullptr),
+      used_(given == nullptr ? own_.get() : given) {
+    if (used_ == nullptr) {
+        reportDb(0, "Unable to connect to the mysql database\n");
+    }
 }

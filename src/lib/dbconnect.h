@@ -2,10 +2,9 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 
-// A connection of the client library; mysql_close ends it.
-struct st_mysql;
-using MYSQL = st_mysql;
+#include "lib/db_handles.h"
 
 // Whether the panel's tables are read as UTF-8: -1 until a connection has decided it, then 0 or 1.
 extern int _mysql41_compatible;
@@ -41,3 +40,20 @@ int db_is_mysql41_compatible();
 // Returns the text as it stands between single quotes in a query for this connection, which must be
 // open, in a new buffer that the caller frees.
 char* escape_mysql_param(MYSQL* connection, const char* text);
+
+// The same as a string.
+std::string escaped(MYSQL* connection, const char* text);
+
+// The connection that a caller passed, or else one of its own that is closed at the end.
+class UsedConnection {
+  public:
+    // given: an open connection, or null. That none can be opened is reported.
+    explicit UsedConnection(MYSQL* given);
+
+    // Null when there is no connection.
+    MYSQL* get() const { return used_; }
+
+  private:
+    DbConnection own_;
+    MYSQL* used_;
+};

@@ -1,12 +1,14 @@
 #include "lib/get_param.h"
 
+#include <mysql.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
 #include <string>
 
-#include "lib/db_handles.h"
+#include "lib/dbconnect.h"
 
 namespace {
 

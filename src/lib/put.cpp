@@ -1,8 +1,10 @@
 #include "lib/put.h"
 
+#include <mysql.h>
+
 #include <string>
 
-#include "lib/db_handles.h"
+#include "lib/dbconnect.h"
 
 int put_param(const char* name, const char* value, MYSQL* connection) {
     const UsedConnection used(connection);

@@ -1,6 +1,6 @@
 #include "lib/query_db.h"
 
-#include "lib/db_handles.h"
+#include "lib/dbconnect.h"
 #include "lib/get_param.h"
 
 namespace zelvo {
