@@ -4,26 +4,11 @@
 
 #include <boost/lexical_cast.hpp>
 
-#include "xml/xml_document.h"
-#include "xml/xml_errors.h"
-#include "xml/xml_node.h"
-#include "xml/xml_string.h"
+#include "xml/answer_document.h"
 
 namespace zelvo {
 
 namespace {
-
-// An answer as a document, whose elements are read by expressions on its root.
-class AnswerDocument : public tXmlRmkDocument {
-  public:
-    AnswerDocument(const std::string& text, const char* rootName) : tXmlRmkDocument(text) {
-        initFileDoc(rootName);
-    }
-
-    XmlNode rootNode() const { return {doc(), root()}; }
-    std::string str(const char* expr) const { return rootNode().str(expr); }
-    bool test(const char* expr) const { return rootNode().test(expr); }
-};
 
 class XmlAdminLocation : public AnswerDocument, public AdminLocation {
   public:
@@ -85,23 +70,13 @@ void XmlAgentFileList::parse() {
 
 DumpFile XmlAgentFileList::readFile(xmlNode* file) const {
     DumpFile read;
-    try {
-        read.size = boost::lexical_cast<long long>(getAttribute(file, "size"));
-    } catch (const Exc<&NoSuchAttribute>&) {
-        read.size = 0;
-    }
-    try {
-        read.md5sum = getAttribute(file, "md5sum");
-    } catch (const Exc<&NoSuchAttribute>&) {
-        read.md5sum.clear();
-    }
+    read.size = boost::lexical_cast<long long>(attributeOr(file, "size", "0"));
+    read.md5sum = attributeOr(file, "md5sum", "");
     read.name = getNodeText(file);
     return read;
 }
 
-ZelvoIp readIp(const XmlNode& ip) {
-    return {ip.test("def_domain"), takeXmlString(xmlNodeGetContent(ip.getNode("type").node()))};
-}
+ZelvoIp readIp(const XmlNode& ip) { return {ip.test("def_domain"), ip.getNode("type").str(".")}; }
 
 }  // namespace
 
@@ -124,10 +99,10 @@ std::unique_ptr<AgentFileList> getFileList(const std::string& text) {
 }
 
 std::map<std::string, ZelvoIp> getZelvoIpInfo(const std::string& text) {
-    const AnswerDocument document(text, "ipinfo");
+    const AnswerDocument answer(text, "ipinfo");
     std::map<std::string, ZelvoIp> addresses;
-    for (XmlNodeIterator ip = document.rootNode().iterate("ip"); !ip.atEnd(); ++ip) {
-        addresses[(*ip).str("@name")] = readIp(*ip);
+    for (const XmlNode& ip : answer.nodes("ip")) {
+        addresses[ip.str("@name")] = readIp(ip);
     }
     return addresses;
 }

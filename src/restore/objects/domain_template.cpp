@@ -1,18 +1,14 @@
 #include "restore/objects/domain_template.h"
 
 #include "restore/toolbox/panel_command.h"
-#include "xml/xml_document.h"
+#include "xml/answer_document.h"
 
 namespace zelvo {
 
 namespace {
 
-// Gives ask an XmlDomainTemplate of the panel's answer, which lives no longer than the call.
-template <class Ask>
-bool askTemplate(const std::string& templateName, Ask ask) {
-    tXmlRmkDocument answer(askPanel("domain_template", {"-x", templateName}));
-    answer.initFileDoc("domain-template");
-    return ask(XmlDomainTemplate(XmlNode(answer.doc(), answer.root())));
+AnswerDocument askTemplate(const std::string& templateName) {
+    return {askPanel("domain_template", {"-x", templateName}), "domain-template"};
 }
 
 }  // namespace
@@ -26,13 +22,13 @@ bool XmlDomainTemplate::getWebmailStatus() const {
 }
 
 bool domainTemplateHasHosting(const std::string& templateName) {
-    return askTemplate(templateName,
-                       [](const XmlDomainTemplate& asked) { return asked.hasPhysicalHosting(); });
+    const AnswerDocument answer = askTemplate(templateName);
+    return XmlDomainTemplate(answer.rootNode()).hasPhysicalHosting();
 }
 
 bool domainTemplateWebmailStatus(const std::string& templateName) {
-    return askTemplate(templateName,
-                       [](const XmlDomainTemplate& asked) { return asked.getWebmailStatus(); });
+    const AnswerDocument answer = askTemplate(templateName);
+    return XmlDomainTemplate(answer.rootNode()).getWebmailStatus();
 }
 
 }  // namespace zelvo
