@@ -1,8 +1,5 @@
 #include "box.h"
 
-#include "files.h"
-#include "paths.h"
-
 #include <fcntl.h>
 #include <net/if.h>
 #include <sched.h>
@@ -11,6 +8,7 @@
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
@@ -20,69 +18,15 @@
 #include <string_view>
 #include <vector>
 
+#include "files.h"
+#include "paths.h"
+#include "utilities.h"
+
 namespace sandbox {
+
 namespace {
 
 namespace fs = std::filesystem;
-
-// Utilities that the restore asks for by name. One that is missing here cannot
-// be started, as on a panel that has no such utility.
-constexpr const char* kUtilities[] = {"admin",
-                                      "anonftp",
-                                      "autoresponder",
-                                      "certificate",
-                                      "client",
-                                      "client_pref",
-                                      "client_template",
-                                      "custombutton",
-                                      "database",
-                                      "database-registrar",
-                                      "database-server",
-                                      "dns",
-                                      "dns-zone",
-                                      "dns-zone-param",
-                                      "domadmin",
-                                      "domain",
-                                      "domain_pref",
-                                      "domain_template",
-                                      "domalias",
-                                      "grey_listing",
-                                      "init_conf",
-                                      "interface_template",
-                                      "ip_pool",
-                                      "ipmanage",
-                                      "mail",
-                                      "maillist",
-                                      "mailserver",
-                                      "objectInfo",
-                                      "pduser",
-                                      "protdir",
-                                      "reseller",
-                                      "reseller_pref",
-                                      "reseller_template",
-                                      "sapp-items-pool",
-                                      "sapp-packages-pool",
-                                      "server_dns",
-                                      "server_pref",
-                                      "siteapp",
-                                      "siteapp-item",
-                                      "siteapp-registrar",
-                                      "skeleton",
-                                      "spamassassin",
-                                      "sso",
-                                      "subdomain",
-                                      "tomcat",
-                                      "traffic",
-                                      "turboaddr",
-                                      "webstat",
-                                      "webuser"};
-constexpr const char* kTools[] = {"admin/sbin/websrvmng",
-                                  "admin/sbin/crontabmng",
-                                  "admin/sbin/sappmng",
-                                  "admin/vlib/backup/backup-object-manager.php",
-                                  "admin/vlib/backup/suspend_handler/SuspendHandlerRunner.php",
-                                  "bin/xt-engine-zelvorun",
-                                  "RMK/correct_aw_statistics.pl"};
 
 constexpr char kConfiguration[] =
     "# The panel in a box.\n"
@@ -114,11 +58,15 @@ void bindTree(const std::string& source, const std::string& target) {
 }
 
 void makeDir(const std::string& path, mode_t mode = 0755) {
-    if (mkdir(path.c_str(), mode) != 0 && errno != EEXIST) failWithErrno("cannot make " + path);
+    if (mkdir(path.c_str(), mode) != 0 && errno != EEXIST) {
+        failWithErrno("cannot make " + path);
+    }
 }
 
 void makeDirs(const std::string& path) {
-    if (access(path.c_str(), F_OK) == 0) return;
+    if (access(path.c_str(), F_OK) == 0) {
+        return;
+    }
     makeDirs(path.substr(0, path.rfind('/')));
     makeDir(path);
 }
@@ -132,15 +80,19 @@ void makeLink(const std::string& target, const std::string& path) {
 
 void makeFile(const std::string& path, std::string_view text, mode_t mode) {
     const Fd fd(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
-    if (!fd && errno == EEXIST) return;
-    if (!fd) failWithErrno("cannot make " + path);
+    if (!fd && errno == EEXIST) {
+        return;
+    }
+    if (!fd) {
+        failWithErrno("cannot make " + path);
+    }
     writeAll(fd.get(), text);
 }
 
 // ---- views ---------------------------------------------------------------
 
-// A directory of the machine as the box sees it: everything leads to the
-// machine's own through links, except for what stands in the view already.
+// A directory of the machine as the box sees it: everything leads to the machine's own through
+// links, except for what stands in the view already.
 class View {
   public:
     View(const BoxOptions& options, std::string path, const std::string& name)
@@ -182,15 +134,21 @@ std::string_view nameOf(std::string_view line) { return line.substr(0, line.find
 template <std::size_t N>
 std::string withAccounts(const std::string& path, const char* const (&accounts)[N]) {
     std::set<std::string_view> own;
-    for (const char* account : accounts) own.insert(nameOf(account));
+    for (const char* account : accounts) {
+        own.insert(nameOf(account));
+    }
     const std::string text = readFile(path).value_or("");
     std::string out;
     for (std::string_view rest = text; !rest.empty();) {
         const std::string_view line = rest.substr(0, rest.find('\n'));
         rest.remove_prefix(std::min(line.size() + 1, rest.size()));
-        if (!own.contains(nameOf(line))) out.append(line) += '\n';
+        if (!own.contains(nameOf(line))) {
+            out.append(line) += '\n';
+        }
     }
-    for (const char* account : accounts) out.append(account) += '\n';
+    for (const char* account : accounts) {
+        out.append(account) += '\n';
+    }
     return out;
 }
 
@@ -199,14 +157,18 @@ void fillEtc(const std::string& etc, const BoxOptions& options) {
     makeFile(etc + "/group", withAccounts("/etc/group", kGroups), 0644);
     makeDir(etc + "/qrd");
     makeFile(etc + "/qrd/.qrd.shadow", kPassword, 0600);
-    if (options.configuration) makeFile(etc + "/qrd/qrd.conf", kConfiguration, 0644);
+    if (options.configuration) {
+        makeFile(etc + "/qrd/qrd.conf", kConfiguration, 0644);
+    }
 }
 
 // ---- the product ---------------------------------------------------------
 
 // Links to all that the directory holds; what is there already stays.
 void linkEntries(const fs::path& directory, const std::string& target) {
-    if (!fs::is_directory(directory)) return;
+    if (!fs::is_directory(directory)) {
+        return;
+    }
     for (const auto& entry : fs::directory_iterator(directory)) {
         makeLink(fs::canonical(entry.path()), target + "/" + entry.path().filename().string());
     }
@@ -232,14 +194,18 @@ void fillProduct(const std::string& root, const BoxOptions& options) {
     for (const char* name : kUtilities) {
         makeLink(utility, root + "/admin/vlib/api-cli/" + name + ".php");
     }
-    for (const char* name : kTools) makeLink(utility, root + "/" + name);
+    for (const char* name : kTools) {
+        makeLink(utility, root + "/" + name);
+    }
     makeLink(options.utilities + "/panel-show", root + "/bin/panel-show");
 }
 
 // ---- the namespace -------------------------------------------------------
 
 void leaveMachine() {
-    if (unshare(CLONE_NEWNS | CLONE_NEWNET) != 0) failWithErrno("cannot make a namespace");
+    if (unshare(CLONE_NEWNS | CLONE_NEWNET) != 0) {
+        failWithErrno("cannot make a namespace");
+    }
     // Before anything is mounted: no mount of the box may reach the machine.
     mountOrFail("none", "/", MS_REC | MS_PRIVATE);
 }
@@ -249,7 +215,9 @@ void bringLoopbackUp() {
     ifreq request{};
     std::strcpy(request.ifr_name, "lo");
     request.ifr_flags = IFF_UP | IFF_RUNNING;
-    if (!fd || ioctl(fd.get(), SIOCSIFFLAGS, &request) != 0) failWithErrno("cannot bring lo up");
+    if (!fd || ioctl(fd.get(), SIOCSIFFLAGS, &request) != 0) {
+        failWithErrno("cannot bring lo up");
+    }
 }
 
 void enterDirectoryAgain(const fs::path& directory) {
@@ -283,7 +251,9 @@ void enterBox(const BoxOptions& options) {
     bindTree(options.state, opt.directory() + "/qrd/var/sandbox");
     views.push_back(opt);
     views.push_back(etc);
-    for (const View& view : views) view.show();
+    for (const View& view : views) {
+        view.show();
+    }
     enterDirectoryAgain(directory);
 }
 
@@ -291,7 +261,9 @@ void removeState(const std::string& state) {
     for (const char* name : {"/etc.host", "/opt.host", "/local.host"}) {
         const std::string path = state + name;
         // A mount point cannot be removed, and neither can what it would show.
-        if (rmdir(path.c_str()) != 0 && errno != ENOENT) failWithErrno("cannot remove " + path);
+        if (rmdir(path.c_str()) != 0 && errno != ENOENT) {
+            failWithErrno("cannot remove " + path);
+        }
     }
     fs::remove_all(state);
 }

@@ -11,16 +11,14 @@ struct BoxOptions {
     bool configuration = true;  // with /etc/qrd/qrd.conf
 };
 
-// Takes this process into a mount and a network namespace of its own and makes
-// the panel there: /etc and /opt (and /usr/local, when there is no
-// configuration to say where the product is) become private views of the
-// machine's own, and the loopback address works. What is written below the
-// state directory once is kept and not written again. Throws
-// std::runtime_error; then the namespace is half made and must not be used.
+// Takes this process into a mount and a network namespace of its own and makes the panel there:
+// /etc and /opt (and /usr/local, when there is no configuration to say where the product is) become
+// private views of the machine's own, and the loopback address works. What is written below the
+// state directory once is kept and not written again. Throws std::runtime_error; then the namespace
+// is half made and must not be used.
 void enterBox(const BoxOptions& options);
 
-// Removes a state directory, seen from outside. Refuses when something is
-// still mounted in it here.
+// Removes a state directory, seen from outside. Refuses when something is still mounted in it here.
 void removeState(const std::string& state);
 
 }  // namespace sandbox

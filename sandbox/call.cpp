@@ -1,11 +1,12 @@
 #include "call.h"
 
-#include "words.h"
-
 #include <algorithm>
 #include <stdexcept>
 
+#include "words.h"
+
 namespace sandbox {
+
 namespace {
 
 constexpr std::string_view kInputMark = "<<<";
@@ -13,10 +14,14 @@ constexpr std::string_view kInputMark = "<<<";
 // Splits NAME=VALUE when the name is one of the variables of a call.
 bool readVariable(const std::string& word, Call& call) {
     const auto equals = word.find('=');
-    if (equals == std::string::npos) return false;
+    if (equals == std::string::npos) {
+        return false;
+    }
     const auto& names = callVariables();
     const std::string name = word.substr(0, equals);
-    if (std::find(names.begin(), names.end(), name) == names.end()) return false;
+    if (std::find(names.begin(), names.end(), name) == names.end()) {
+        return false;
+    }
     call.environment.emplace_back(name, word.substr(equals + 1));
     return true;
 }
@@ -27,7 +32,9 @@ bool isInput(const Word& word) { return !word.quoted && word.text.starts_with(kI
 
 const std::string* Call::env(std::string_view name) const {
     for (const auto& [key, value] : environment) {
-        if (key == name) return &value;
+        if (key == name) {
+            return &value;
+        }
     }
     return nullptr;
 }
@@ -45,7 +52,9 @@ std::string formatCall(const Call& call) {
         line += name + "=" + quoteWord(value) + " ";
     }
     line += quoteWord(call.utility);
-    for (const auto& argument : call.arguments) line += " " + quoteWord(argument);
+    for (const auto& argument : call.arguments) {
+        line += " " + quoteWord(argument);
+    }
     if (!call.input.empty()) {
         line += ' ';
         line += kInputMark;
@@ -62,10 +71,16 @@ Call parseCall(std::string_view line) {
         words.pop_back();
     }
     auto word = words.begin();
-    while (word != words.end() && readVariable(word->text, call)) ++word;
-    if (word == words.end()) throw std::runtime_error("the line names no utility");
+    while (word != words.end() && readVariable(word->text, call)) {
+        ++word;
+    }
+    if (word == words.end()) {
+        throw std::runtime_error("the line names no utility");
+    }
     call.utility = word->text;
-    for (++word; word != words.end(); ++word) call.arguments.push_back(word->text);
+    for (++word; word != words.end(); ++word) {
+        call.arguments.push_back(word->text);
+    }
     std::sort(call.environment.begin(), call.environment.end());
     return call;
 }

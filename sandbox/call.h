@@ -21,12 +21,11 @@ struct Call {
 // The variables that a call is known by, in the order of their names.
 const std::vector<std::string>& callVariables();
 
-// "NAME=VALUE... UTILITY ARGUMENT... <<<INPUT", each part through quoteWord,
-// without a newline at the end. An empty input leaves its part out.
+// "NAME=VALUE... UTILITY ARGUMENT... <<<INPUT", each part through quoteWord, without a newline at
+// the end. An empty input leaves its part out.
 std::string formatCall(const Call& call);
 
-// Reads back what formatCall wrote. Throws std::runtime_error for a line
-// without a utility.
+// Reads back what formatCall wrote. Throws std::runtime_error for a line without a utility.
 Call parseCall(std::string_view line);
 
 }  // namespace sandbox

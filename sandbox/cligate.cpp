@@ -1,20 +1,21 @@
-// The stand-in for the panel's CLI gate: runs utilities for whoever knows the
-// administrator's password, over HTTP on the loopback address.
+// The stand-in for the panel's CLI gate: runs utilities for whoever knows the administrator's
+// password, over HTTP on the loopback address.
+
+#include <httplib.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+#include <mutex>
+#include <stdexcept>
 
 #include "files.h"
 #include "gate_request.h"
 #include "paths.h"
 #include "rules.h"
 #include "xml_text.h"
-
-#include <httplib.h>
-#include <sys/socket.h>
-#include <unistd.h>
-#include <atomic>
-#include <cstdio>
-#include <cstdlib>
-#include <mutex>
-#include <stdexcept>
 
 namespace {
 
@@ -50,8 +51,12 @@ bool isAllowed(const httplib::Request& request) {
 }
 
 Reply serve(const httplib::Request& http, const GateRequest& request) {
-    if (request.arguments.empty()) return failure(400, "The request names no utility");
-    if (!isAllowed(http)) return failure(403, "The password is wrong or missing");
+    if (request.arguments.empty()) {
+        return failure(400, "The request names no utility");
+    }
+    if (!isAllowed(http)) {
+        return failure(403, "The password is wrong or missing");
+    }
     try {
         return success(runGateRequest(request));
     } catch (const std::runtime_error& e) {
@@ -59,8 +64,8 @@ Reply serve(const httplib::Request& http, const GateRequest& request) {
     }
 }
 
-// Ends the connection of a request without an answer. The library hands no
-// socket out, so it is looked for by the address at its other end.
+// Ends the connection of a request without an answer. The library hands no socket out, so it is
+// looked for by the address at its other end.
 void drop(int remotePort) {
     for (int fd = 3; fd < 1024; ++fd) {
         sockaddr_in peer{};
@@ -76,7 +81,9 @@ void drop(int remotePort) {
 bool misbehave(const Rule& rule, const httplib::Request& http, Reply& reply) {
     bool replied = false;
     for (const Action& action : rule.actions) {
-        if (action.name == "after") continue;
+        if (action.name == "after") {
+            continue;
+        }
         if (action.name == "status") {
             reply.status = static_cast<int>(action.number());
             replied = true;
@@ -101,9 +108,13 @@ Reply serveOrMisbehave(long number, const httplib::Request& http, const GateRequ
     const auto rules = parseRules(readFile(stateFile(kGateFaultsFile)).value_or(""), "request");
     const Rule* rule = findRule(rules, number, request.arguments);
     Reply reply;
-    if (rule != nullptr && !rule->has("after") && misbehave(*rule, http, reply)) return reply;
+    if (rule != nullptr && !rule->has("after") && misbehave(*rule, http, reply)) {
+        return reply;
+    }
     reply = serve(http, request);
-    if (rule != nullptr && rule->has("after")) misbehave(*rule, http, reply);
+    if (rule != nullptr && rule->has("after")) {
+        misbehave(*rule, http, reply);
+    }
     return reply;
 }
 
@@ -125,8 +136,8 @@ void answer(const httplib::Request& http, const std::string& form, httplib::Resp
                      (request.arguments.empty() ? "" : " " + request.arguments[0]) + "\n");
 }
 
-// The library's own reader of forms stops at 8 KiB, so that the body is taken
-// piece by piece and read here.
+// The library's own reader of forms stops at 8 KiB, so that the body is taken piece by piece and
+// read here.
 std::string readBody(const httplib::ContentReader& content) {
     std::string body;
     content([&](const char* data, std::size_t size) {
@@ -154,8 +165,12 @@ int run(int readyFd) {
                           const httplib::ContentReader& content) {
         answer(http, readBody(content), response);
     });
-    if (!server.bind_to_port("127.0.0.1", kPort)) failWithErrno("cannot listen on port 8880");
-    if (readyFd >= 0) sayReady(readyFd);
+    if (!server.bind_to_port("127.0.0.1", kPort)) {
+        failWithErrno("cannot listen on port 8880");
+    }
+    if (readyFd >= 0) {
+        sayReady(readyFd);
+    }
     return server.listen_after_bind() ? 0 : 1;
 }
 

@@ -1,14 +1,11 @@
-// sandbox-enter [options] -- COMMAND [ARGUMENT]...: runs a command on a
-// machine that seems to have the panel, and changes nothing of this one.
-
-#include "box.h"
-#include "files.h"
-#include "paths.h"
+// sandbox-enter [options] -- COMMAND [ARGUMENT]...: runs a command on a machine that seems to have
+// the panel, and changes nothing of this one.
 
 #include <getopt.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -18,6 +15,10 @@
 #include <stdexcept>
 #include <string>
 
+#include "box.h"
+#include "files.h"
+#include "paths.h"
+
 namespace {
 
 using namespace sandbox;
@@ -26,11 +27,12 @@ namespace fs = std::filesystem;
 constexpr int kBadSandbox = 99;
 constexpr char kUsage[] =
     "usage: enter [options] -- COMMAND [ARGUMENT]...\n"
-    "  --state DIR   keep the panel's state in DIR (default: a directory that is removed)\n"
-    "  --setup FILE  first apply the utility calls of FILE, one a line\n"
-    "  --gate        with the CLI gate\n"
-    "  --no-model    no memory: every utility succeeds\n"
-    "  --no-conf     without /etc/qrd/qrd.conf\n";
+    "  --state DIR       keep the panel's state in DIR (default: a directory that is removed)\n"
+    "  --setup FILE      first apply the utility calls of FILE, one a line\n"
+    "  --gate            with the CLI gate\n"
+    "  --no-model        no memory: every utility succeeds\n"
+    "  --accept-unknown  utilities that the panel does not know succeed\n"
+    "  --no-conf         without /etc/qrd/qrd.conf\n";
 
 struct Options {
     std::string state;
@@ -38,6 +40,7 @@ struct Options {
     std::string setup;
     bool gate = false;
     bool model = true;
+    bool acceptUnknown = false;
     bool configuration = true;
     char** command = nullptr;
 };
@@ -48,10 +51,13 @@ struct Options {
 }
 
 Options parseOptions(int argc, char** argv) {
-    constexpr option kOptions[] = {
-        {"state", required_argument, nullptr, 's'}, {"setup", required_argument, nullptr, 'u'},
-        {"gate", no_argument, nullptr, 'g'},        {"no-model", no_argument, nullptr, 'm'},
-        {"no-conf", no_argument, nullptr, 'c'},     {nullptr, 0, nullptr, 0}};
+    constexpr option kOptions[] = {{"state", required_argument, nullptr, 's'},
+                                   {"setup", required_argument, nullptr, 'u'},
+                                   {"gate", no_argument, nullptr, 'g'},
+                                   {"no-model", no_argument, nullptr, 'm'},
+                                   {"accept-unknown", no_argument, nullptr, 'a'},
+                                   {"no-conf", no_argument, nullptr, 'c'},
+                                   {nullptr, 0, nullptr, 0}};
     Options options;
     for (int key; (key = getopt_long(argc, argv, "+", kOptions, nullptr)) != -1;) {
         switch (key) {
@@ -67,6 +73,9 @@ Options parseOptions(int argc, char** argv) {
             case 'm':
                 options.model = false;
                 break;
+            case 'a':
+                options.acceptUnknown = true;
+                break;
             case 'c':
                 options.configuration = false;
                 break;
@@ -74,7 +83,9 @@ Options parseOptions(int argc, char** argv) {
                 failUsage();
         }
     }
-    if (optind == argc) failUsage();
+    if (optind == argc) {
+        failUsage();
+    }
     options.command = argv + optind;
     return options;
 }
@@ -83,7 +94,9 @@ void chooseState(Options& options) {
     if (options.state.empty()) {
         std::string name =
             std::string(access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/tmp") + "/panel.XXXXXX";
-        if (mkdtemp(name.data()) == nullptr) failWithErrno("cannot make a directory like " + name);
+        if (mkdtemp(name.data()) == nullptr) {
+            failWithErrno("cannot make a directory like " + name);
+        }
         options.state = name;
         options.temporary = true;
     }
@@ -96,7 +109,9 @@ void chooseState(Options& options) {
 pid_t child = 0;  // who gets the signals that are meant for the command
 
 void passOn(int number) {
-    if (child > 0) kill(child, number);
+    if (child > 0) {
+        kill(child, number);
+    }
 }
 
 void passSignalsOn() {
@@ -120,10 +135,16 @@ template <typename Body>
 pid_t startChild(Body body) {
     const pid_t parent = getpid();
     const pid_t pid = fork();
-    if (pid < 0) failWithErrno("cannot fork");
-    if (pid > 0) return pid;
+    if (pid < 0) {
+        failWithErrno("cannot fork");
+    }
+    if (pid > 0) {
+        return pid;
+    }
     prctl(PR_SET_PDEATHSIG, SIGKILL);
-    if (getppid() != parent) _exit(kBadSandbox);
+    if (getppid() != parent) {
+        _exit(kBadSandbox);
+    }
     try {
         body();
     } catch (const std::exception& e) {
@@ -135,7 +156,9 @@ pid_t startChild(Body body) {
 int waitFor(pid_t pid) {
     int status = 0;
     while (waitpid(pid, &status, 0) < 0) {
-        if (errno != EINTR) failWithErrno("cannot wait");
+        if (errno != EINTR) {
+            failWithErrno("cannot wait");
+        }
     }
     return status;
 }
@@ -166,12 +189,16 @@ void applySetup(const Options& options, const std::string& utility) {
         failWithErrno("cannot run " + utility);
     });
     const int status = waitFor(pid);
-    if (status != 0) throw std::runtime_error("the set-up failed");
+    if (status != 0) {
+        throw std::runtime_error("the set-up failed");
+    }
 }
 
 pid_t startGate(const std::string& program) {
     int ends[2];
-    if (pipe(ends) != 0) failWithErrno("cannot make a pipe");
+    if (pipe(ends) != 0) {
+        failWithErrno("cannot make a pipe");
+    }
     const Fd ready(ends[0]);
     Fd theirs(ends[1]);
     const pid_t gate = startChild([&] {
@@ -180,7 +207,9 @@ pid_t startGate(const std::string& program) {
         failWithErrno("cannot run " + program);
     });
     theirs = Fd();
-    if (readAll(ready.get()).empty()) throw std::runtime_error("the gate did not start");
+    if (readAll(ready.get()).empty()) {
+        throw std::runtime_error("the gate did not start");
+    }
     return gate;
 }
 
@@ -193,12 +222,21 @@ void runWithGate(const Options& options, const std::string& program) {
     endLike(status);
 }
 
+void makeEmptyFile(const std::string& file) {
+    if (!fileExists(file)) {
+        appendToFile(file, "");
+    }
+}
+
 void setModelMode(const Options& options) {
     const std::string file = stateFile(kNoModelFile);
     if (options.model) {
         unlink(file.c_str());
-    } else if (!fileExists(file)) {
-        appendToFile(file, "");
+    } else {
+        makeEmptyFile(file);
+    }
+    if (options.acceptUnknown) {
+        makeEmptyFile(stateFile(kAcceptUnknownFile));
     }
 }
 
@@ -206,7 +244,9 @@ void runInBox(const Options& options) {
     const std::string programs = fs::read_symlink("/proc/self/exe").parent_path();
     enterBox({options.state, programs, options.configuration});
     setModelMode(options);
-    if (!options.setup.empty()) applySetup(options, programs + "/panel-utility");
+    if (!options.setup.empty()) {
+        applySetup(options, programs + "/panel-utility");
+    }
     if (options.gate) {
         runWithGate(options, programs + "/cligate");
     } else {
@@ -229,9 +269,15 @@ int main(int argc, char** argv) {
     try {
         Options options = parseOptions(argc, argv);
         chooseState(options);
-        if (!options.setup.empty()) options.setup = fs::canonical(options.setup);
-        if (options.temporary) runAndRemoveState(options);
-        if (options.gate) passSignalsOn();
+        if (!options.setup.empty()) {
+            options.setup = fs::canonical(options.setup);
+        }
+        if (options.temporary) {
+            runAndRemoveState(options);
+        }
+        if (options.gate) {
+            passSignalsOn();
+        }
         runInBox(options);
     } catch (const std::exception& e) {
         std::fprintf(stderr, "sandbox: %s\n", e.what());

@@ -1,27 +1,32 @@
 #include "files.h"
 
-#include "paths.h"
-
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
 #include <cerrno>
 #include <cstring>
 #include <stdexcept>
 #include <utility>
 
+#include "paths.h"
+
 namespace sandbox {
 
 Fd& Fd::operator=(Fd&& other) noexcept {
     if (this != &other) {
-        if (fd_ >= 0) close(fd_);
+        if (fd_ >= 0) {
+            close(fd_);
+        }
         fd_ = other.release();
     }
     return *this;
 }
 
 Fd::~Fd() {
-    if (fd_ >= 0) close(fd_);
+    if (fd_ >= 0) {
+        close(fd_);
+    }
 }
 
 int Fd::release() { return std::exchange(fd_, -1); }
@@ -53,7 +58,9 @@ std::string readAll(int fd) {
 std::optional<std::string> readFile(const std::string& path) {
     const Fd fd(open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (!fd) {
-        if (errno == ENOENT) return std::nullopt;
+        if (errno == ENOENT) {
+            return std::nullopt;
+        }
         failWithErrno("cannot open " + path);
     }
     return readAll(fd.get());
@@ -72,7 +79,9 @@ void writeAll(int fd, std::string_view text) {
 
 long appendToFile(const std::string& path, std::string_view text) {
     const Fd fd(open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0600));
-    if (!fd) failWithErrno("cannot open " + path);
+    if (!fd) {
+        failWithErrno("cannot open " + path);
+    }
     if (write(fd.get(), text.data(), text.size()) != static_cast<ssize_t>(text.size())) {
         failWithErrno("cannot append to " + path);
     }

@@ -1,5 +1,5 @@
-// Whole files and descriptors, read and written without streams: a utility
-// call is over in less time than a stream library takes to start.
+// Whole files and descriptors, read and written without streams: a utility call is over in less
+// time than a stream library takes to start.
 #pragma once
 
 #include <optional>
@@ -42,8 +42,8 @@ std::optional<std::string> readFile(const std::string& path);
 
 void writeAll(int fd, std::string_view text);
 
-// Appends the text with one write, so that lines of writers side by side stay
-// whole. Gives the size of the file right behind the text.
+// Appends the text with one write, so that lines of writers side by side stay whole. Gives the size
+// of the file right behind the text.
 long appendToFile(const std::string& path, std::string_view text);
 
 }  // namespace sandbox

@@ -1,24 +1,32 @@
 #include "gate_request.h"
 
-#include "files.h"
-#include "paths.h"
-
 #include <spawn.h>
 #include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
 #include <stdexcept>
 
+#include "files.h"
+#include "paths.h"
+
 namespace sandbox {
+
 namespace {
 
 int hexDigit(char c) {
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+    if (c >= '0' && c <= '9') {
+        return c - '0';
+    }
+    if (c >= 'a' && c <= 'f') {
+        return c - 'a' + 10;
+    }
+    if (c >= 'A' && c <= 'F') {
+        return c - 'A' + 10;
+    }
     return -1;
 }
 
@@ -70,22 +78,28 @@ std::vector<std::string> inOrder(std::map<std::size_t, std::string> numbered) {
     return arguments;
 }
 
-// A file in memory for one stream of the utility: a pipe would have to be
-// served while the utility runs.
+// A file in memory for one stream of the utility: a pipe would have to be served while the utility
+// runs.
 Fd memoryFile(const char* name) {
     Fd fd(memfd_create(name, MFD_CLOEXEC));
-    if (!fd) failWithErrno("cannot make a file in memory");
+    if (!fd) {
+        failWithErrno("cannot make a file in memory");
+    }
     return fd;
 }
 
 std::string contentOf(const Fd& fd) {
-    if (lseek(fd.get(), 0, SEEK_SET) != 0) failWithErrno("cannot rewind");
+    if (lseek(fd.get(), 0, SEEK_SET) != 0) {
+        failWithErrno("cannot rewind");
+    }
     return readAll(fd.get());
 }
 
 std::vector<char*> pointersTo(std::vector<std::string>& texts) {
     std::vector<char*> pointers;
-    for (std::string& text : texts) pointers.push_back(text.data());
+    for (std::string& text : texts) {
+        pointers.push_back(text.data());
+    }
     pointers.push_back(nullptr);
     return pointers;
 }
@@ -109,7 +123,9 @@ class FileActions {
 int waitFor(pid_t pid) {
     int status = 0;
     while (waitpid(pid, &status, 0) < 0) {
-        if (errno != EINTR) failWithErrno("cannot wait for the utility");
+        if (errno != EINTR) {
+            failWithErrno("cannot wait for the utility");
+        }
     }
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
@@ -123,7 +139,9 @@ GateRequest parseGateRequest(std::string_view form) {
         const std::string_view field = form.substr(0, form.find('&'));
         form.remove_prefix(std::min(field.size() + 1, form.size()));
         const auto equals = field.find('=');
-        if (equals == std::string_view::npos) continue;
+        if (equals == std::string_view::npos) {
+            continue;
+        }
         const std::string_view key = field.substr(0, equals);
         std::string value = urlDecode(field.substr(equals + 1));
         std::string index;
@@ -150,7 +168,9 @@ GateResult runGateRequest(const GateRequest& request) {
     std::vector<std::string> arguments = request.arguments;
     arguments[0] = path;
     std::vector<std::string> environment{"PATH=/usr/sbin:/usr/bin:/sbin:/bin"};
-    for (const auto& [key, value] : request.environment) environment.push_back(key + "=" + value);
+    for (const auto& [key, value] : request.environment) {
+        environment.push_back(key + "=" + value);
+    }
 
     const Fd in = memoryFile("stdin");
     const Fd out = memoryFile("stdout");
@@ -165,7 +185,9 @@ GateResult runGateRequest(const GateRequest& request) {
     pid_t pid = 0;
     errno = posix_spawn(&pid, path.c_str(), actions.get(), nullptr, pointersTo(arguments).data(),
                         pointersTo(environment).data());
-    if (errno != 0) failWithErrno("cannot start " + path);
+    if (errno != 0) {
+        failWithErrno("cannot start " + path);
+    }
     const int status = waitFor(pid);
     return {status, contentOf(out), contentOf(err)};
 }

@@ -1,5 +1,5 @@
-// A request to the gate: a form that names a utility, its arguments, its
-// environment and its standard input.
+// A request to the gate: a form that names a utility, its arguments, its environment and its
+// standard input.
 #pragma once
 
 #include <map>
@@ -15,9 +15,8 @@ struct GateRequest {
     std::string input;
 };
 
-// Reads ARG[n]=, ENV[name]= and STDIN= of an urlencoded form; other fields are
-// passed over. Throws std::runtime_error when a number is missing among the
-// arguments or given twice.
+// Reads ARG[n]=, ENV[name]= and STDIN= of an urlencoded form; other fields are passed over. Throws
+// std::runtime_error when a number is missing among the arguments or given twice.
 GateRequest parseGateRequest(std::string_view form);
 
 struct GateResult {
@@ -26,8 +25,8 @@ struct GateResult {
     std::string err;
 };
 
-// Runs the utility with the environment of the request and nothing else but
-// PATH. Throws std::runtime_error when there is no such utility.
+// Runs the utility with the environment of the request and nothing else but PATH. Throws
+// std::runtime_error when there is no such utility.
 GateResult runGateRequest(const GateRequest& request);
 
 }  // namespace sandbox

@@ -1,13 +1,13 @@
 // Shows a person what the panel of a sandbox now holds.
 
-#include "files.h"
-#include "model.h"
-#include "paths.h"
-#include "words.h"
-
 #include <cstdio>
 #include <map>
 #include <stdexcept>
+
+#include "files.h"
+#include "panel/model.h"
+#include "paths.h"
+#include "words.h"
 
 namespace {
 
@@ -21,56 +21,79 @@ bool isContact(const std::string& option) {
     return option == "name" || option == "pname" || option == "email";
 }
 
-// "status enabled, name 'Bob B.', password plain; options: client 9, ip_pool 1"
-std::string describe(Model& model, const Object& object) {
-    std::string facts;
-    std::map<std::string, int> counts;
-    std::string status = "enabled";
-    for (const Option& option : model.options(object)) {
-        ++counts[option.tool];
-        if (option.name == "status" && option.tool == object.kind) status = option.value;
-        if (isContact(option.name)) facts += ", " + option.name + " " + quoteWord(option.value);
-        if (option.name == "passwd") facts += ", password " + option.value;
-        if (option.name == "suspended" && option.value == "true") facts += ", SUSPENDED";
+// What tells of the object itself, with ", " between: "name 'Bob B.', status enabled".
+std::string facts(const Object& object, const std::vector<Option>& options) {
+    std::string text;
+    const auto add = [&](const std::string& fact) { text += (text.empty() ? "" : ", ") + fact; };
+    for (const Option& option : options) {
+        if (isContact(option.name) || (option.name == "status" && option.tool == object.kind)) {
+            add(option.name + " " + quoteWord(option.value));
+        }
+        if (option.name == "passwd") {
+            add("password " + option.value);
+        }
+        if (option.name == "suspended" && option.value == "true") {
+            add("SUSPENDED");
+        }
     }
-    std::string text = "status " + quoteWord(status) + facts;
-    const char* separator = "; options: ";
-    for (const auto& [tool, count] : counts) {
-        text += separator + tool + " " + std::to_string(count);
-        separator = ", ";
-    }
-    if (const long rows = model.countTrafficRows(object)) {
-        text += "; traffic rows: " + std::to_string(rows);
-    }
-    if (!object.guid.empty()) text += "; guid " + object.guid;
     return text;
 }
 
-void showBelow(Model& model, const std::string& owner, int depth) {
-    for (const Object& object : model.ownedBy(owner)) {
-        line(depth, object.kind + " " + quoteWord(object.name) + ": " + describe(model, object));
-        if (object.kind == "client" || object.kind == "reseller") {
-            showBelow(model, object.name, depth + 1);
-        }
+// How many options each utility set: "options: client 9, ip_pool 1".
+std::string optionCounts(const std::vector<Option>& options) {
+    std::map<std::string, int> counts;
+    for (const Option& option : options) {
+        ++counts[option.tool];
     }
+    std::string text;
+    for (const auto& [tool, count] : counts) {
+        text += (text.empty() ? "options: " : ", ") + tool + " " + std::to_string(count);
+    }
+    return text;
 }
 
-void showIps(Model& model) {
-    for (const Object& ip : model.all("ip")) {
-        const auto type = model.option("ip", ip.name, "ipmanage", "type");
-        const auto domain = model.option("ip", ip.name, "ipmanage", "default-domain");
-        line(0, "ip " + ip.name + ": " + type.value_or("shared") +
-                    (domain ? ", default domain " + *domain : ""));
+// "client bob: name 'Bob B.', status enabled; options: client 9; guid 1"
+std::string describe(Model& model, const Object& object) {
+    const std::vector<Option> options = model.options(object);
+    const long rows = model.countTrafficRows(object);
+    std::string text = object.kind + " " + quoteWord(object.name);
+    const char* separator = ": ";
+    for (const std::string& part : {facts(object, options), optionCounts(options),
+                                    rows > 0 ? "traffic rows: " + std::to_string(rows) : "",
+                                    object.guid.empty() ? "" : "guid " + object.guid}) {
+        if (!part.empty()) {
+            text += separator + part;
+            separator = "; ";
+        }
+    }
+    return text;
+}
+
+std::string describeIp(Model& model, const Object& ip) {
+    const auto type = model.option(ip, "ipmanage", "type");
+    const auto domain = model.option(ip, "ipmanage", "default-domain");
+    return "ip " + ip.name + ": " + type.value_or("shared") +
+           (domain ? ", default domain " + *domain : "");
+}
+
+void showBelow(Model& model, const Object& parent, int depth) {
+    for (const Object& object : model.children(parent)) {
+        if (object.id == Model::kAdmin) {
+            line(depth, object.name);
+        } else {
+            line(depth, object.kind == "ip" ? describeIp(model, object) : describe(model, object));
+        }
+        showBelow(model, object, depth + 1);
     }
 }
 
 void show(const std::string& state) {
     const std::string path = state + "/" + kModelFile;
-    if (!fileExists(path)) throw std::runtime_error("there is no panel in " + state);
+    if (!fileExists(path)) {
+        throw std::runtime_error("there is no panel in " + state);
+    }
     Model model(path);
-    line(0, "admin");
-    showBelow(model, "admin", 1);
-    showIps(model);
+    showBelow(model, model.at(Model::kServer), 0);
 }
 
 }  // namespace

@@ -1,20 +1,22 @@
-// The stand-in for every utility of the panel. Which one it is to be, the name
-// tells by which it is called.
-
-#include "call.h"
-#include "files.h"
-#include "model.h"
-#include "panel.h"
-#include "paths.h"
-#include "rules.h"
+// The stand-in for every utility of the panel. Which one it is to be, the name tells by which it is
+// called.
 
 #include <unistd.h>
+
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+
+#include "call.h"
+#include "files.h"
+#include "panel/model.h"
+#include "panel/panel.h"
+#include "paths.h"
+#include "rules.h"
+#include "utilities.h"
 
 extern char** environ;
 
@@ -24,31 +26,28 @@ using namespace sandbox;
 
 constexpr int kBadSandbox = 99;  // the sandbox itself is at fault, not the call
 
-std::string utilityName(std::string_view path) {
-    std::string_view name = path.substr(path.rfind('/') + 1);
-    if (name.ends_with(".php")) name.remove_suffix(4);
-    return std::string(name);
-}
-
 Call receiveCall(int argc, char** argv) {
     Call call;
     call.utility = utilityName(argv[0]);
     call.arguments.assign(argv + 1, argv + argc);
     for (const std::string& name : callVariables()) {
-        if (const char* value = std::getenv(name.c_str()))
+        if (const char* value = std::getenv(name.c_str())) {
             call.environment.emplace_back(name, value);
+        }
     }
     return call;
 }
 
 // A person at a terminal is not asked for input.
 std::string readInput() {
-    if (isatty(STDIN_FILENO) == 1) return {};
+    if (isatty(STDIN_FILENO) == 1) {
+        return {};
+    }
     return readAll(STDIN_FILENO);
 }
 
-// Each call adds one byte, so its number is the size of the file: calls side
-// by side need no lock to count themselves.
+// Each call adds one byte, so its number is the size of the file: calls side by side need no lock
+// to count themselves.
 long countCall() { return appendToFile(stateFile(kCallsFile), "."); }
 
 Answer refuse(const Call& call, const std::string& why) {
@@ -56,7 +55,9 @@ Answer refuse(const Call& call, const std::string& why) {
 }
 
 Answer serve(const Call& call) {
-    if (fileExists(stateFile(kNoModelFile))) return serveWithoutModel(call);
+    if (fileExists(stateFile(kNoModelFile))) {
+        return serveWithoutModel(call);
+    }
     Model model(stateFile(kModelFile));
     try {
         Answer answer = serveFromModel(model, call);
@@ -97,10 +98,14 @@ bool isRunByGate() {
 
 // The restore is the parent, or, behind the gate, the command of the sandbox.
 pid_t restorePid() {
-    if (!isRunByGate()) return getppid();
+    if (!isRunByGate()) {
+        return getppid();
+    }
     const auto text = readFile(stateFile(kCommandPidFile));
     const long pid = text ? std::strtol(text->c_str(), nullptr, 10) : 0;
-    if (pid <= 1) throw std::runtime_error("nobody knows the process of the restore");
+    if (pid <= 1) {
+        throw std::runtime_error("nobody knows the process of the restore");
+    }
     return static_cast<pid_t>(pid);
 }
 
@@ -116,23 +121,43 @@ void dieBy(int number) {
 }
 
 void perform(const Action& action) {
-    if (action.name == "after" || action.name == "ignore-stdin") return;  // settled already
-    if (action.name == "exit") _exit(static_cast<int>(action.number()));
-    if (action.name == "signal") return dieBy(signalNumber(action.value));
-    if (action.name == "sleep") return sleepFor(action.number());
-    if (action.name == "stdout") return writeAll(STDOUT_FILENO, action.value);
-    if (action.name == "stderr") return writeAll(STDERR_FILENO, action.value);
-    if (action.name == "print") return print(action.number());
-    if (action.name == "background") return leaveGrandchild(action.number());
+    if (action.name == "after" || action.name == "ignore-stdin") {
+        return;  // settled already
+    }
+    if (action.name == "exit") {
+        _exit(static_cast<int>(action.number()));
+    }
+    if (action.name == "signal") {
+        return dieBy(signalNumber(action.value));
+    }
+    if (action.name == "sleep") {
+        return sleepFor(action.number());
+    }
+    if (action.name == "stdout") {
+        return writeAll(STDOUT_FILENO, action.value);
+    }
+    if (action.name == "stderr") {
+        return writeAll(STDERR_FILENO, action.value);
+    }
+    if (action.name == "print") {
+        return print(action.number());
+    }
+    if (action.name == "background") {
+        return leaveGrandchild(action.number());
+    }
     if (action.name == "signal-parent") {
-        if (kill(restorePid(), signalNumber(action.value)) != 0) failWithErrno("cannot signal");
+        if (kill(restorePid(), signalNumber(action.value)) != 0) {
+            failWithErrno("cannot signal");
+        }
         return;
     }
     throw std::runtime_error("unknown fault action '" + action.name + "'");
 }
 
 void misbehave(const Rule& rule) {
-    for (const Action& action : rule.actions) perform(action);
+    for (const Action& action : rule.actions) {
+        perform(action);
+    }
 }
 
 // ---- the two ways to be run ----------------------------------------------
@@ -156,18 +181,24 @@ int runUtility(int argc, char** argv) {
     appendToFile(stateFile(kJournalFile), formatCall(call) + "\n");
 
     const bool after = rule != nullptr && rule->has("after");
-    if (rule != nullptr && !after) misbehave(*rule);
+    if (rule != nullptr && !after) {
+        misbehave(*rule);
+    }
     const Answer answer = serve(call);
     reply(answer);
-    if (after) misbehave(*rule);
+    if (after) {
+        misbehave(*rule);
+    }
     return answer.status;
 }
 
-// Applies a list of calls to the model in one transaction, without journal and
-// without faults. The first refusal ends it, and nothing of the list stays.
+// Applies a list of calls to the model in one transaction, without journal and without faults. The
+// first refusal ends it, and nothing of the list stays.
 int replay(const char* path) {
     const auto text = readFile(path);
-    if (!text) throw std::runtime_error(std::string(path) + " does not exist");
+    if (!text) {
+        throw std::runtime_error(std::string(path) + " does not exist");
+    }
     Model model(stateFile(kModelFile));
     int line = 0;
     for (std::size_t start = 0; start < text->size();) {
@@ -176,11 +207,14 @@ int replay(const char* path) {
         start = end + 1;
         ++line;
         const std::size_t first = one.find_first_not_of(" \t\r");
-        if (first == std::string::npos || one[first] == '#') continue;
+        if (first == std::string::npos || one[first] == '#') {
+            continue;
+        }
         try {
             const Answer answer = serveFromModel(model, parseCall(one));
-            if (answer.status != 0)
+            if (answer.status != 0) {
                 throw std::runtime_error("status " + std::to_string(answer.status));
+            }
         } catch (const std::runtime_error& e) {
             throw std::runtime_error(std::string(path) + ":" + std::to_string(line) + ": " +
                                      e.what());

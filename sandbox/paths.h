@@ -1,5 +1,5 @@
-// Where things stand inside the sandbox. The places are fixed, because neither
-// the restore nor the gate passes anything on that could name them.
+// Where things stand inside the sandbox. The places are fixed, because neither the restore nor the
+// gate passes anything on that could name them.
 #pragma once
 
 namespace sandbox {
@@ -17,6 +17,7 @@ inline constexpr char kFaultsFile[] = "faults";
 inline constexpr char kGateFaultsFile[] = "gate-faults";
 inline constexpr char kGateLogFile[] = "gate.log";
 inline constexpr char kNoModelFile[] = "no-model";
+inline constexpr char kAcceptUnknownFile[] = "accept-unknown";
 inline constexpr char kShellsFile[] = "shells";
 inline constexpr char kCommandPidFile[] = "signal-pid";
 

@@ -1,13 +1,14 @@
 #include "rules.h"
 
-#include "words.h"
-
 #include <algorithm>
 #include <charconv>
 #include <csignal>
 #include <stdexcept>
 
+#include "words.h"
+
 namespace sandbox {
+
 namespace {
 
 long toNumber(std::string_view text) {
@@ -24,25 +25,35 @@ std::vector<Word> takeHead(std::vector<Word>& words) {
     const auto last = std::find_if(words.begin(), words.end(), [](const Word& word) {
         return !word.endsQuoted && word.text.ends_with(':');
     });
-    if (last == words.end()) throw std::runtime_error("no ':' behind the condition");
+    if (last == words.end()) {
+        throw std::runtime_error("no ':' behind the condition");
+    }
     last->text.pop_back();
     std::vector<Word> head(words.begin(), last + 1);
-    if (head.back().text.empty() && !head.back().quoted) head.pop_back();
+    if (head.back().text.empty() && !head.back().quoted) {
+        head.pop_back();
+    }
     words.erase(words.begin(), last + 1);
     return head;
 }
 
 void readNumbered(const std::vector<Word>& head, Rule& rule) {
-    if (head.size() != 2) throw std::runtime_error("one number belongs here");
+    if (head.size() != 2) {
+        throw std::runtime_error("one number belongs here");
+    }
     std::string_view text = head[1].text;
     rule.counted = true;
     rule.onwards = text.ends_with('+');
-    if (rule.onwards) text.remove_suffix(1);
+    if (rule.onwards) {
+        text.remove_suffix(1);
+    }
     rule.number = toNumber(text);
 }
 
 void readWords(const std::vector<Word>& head, Rule& rule) {
-    if (head.size() < 2) throw std::runtime_error("'match' needs a utility");
+    if (head.size() < 2) {
+        throw std::runtime_error("'match' needs a utility");
+    }
     for (auto word = head.begin() + 1; word != head.end(); ++word) {
         const bool any = !word->quoted && word->text == "*";
         rule.words.push_back(any ? std::nullopt : std::optional(word->text));
@@ -50,8 +61,12 @@ void readWords(const std::vector<Word>& head, Rule& rule) {
 }
 
 void addAction(const std::vector<std::string>& words, Rule& rule) {
-    if (words.empty()) return;
-    if (words.size() > 2) throw std::runtime_error("'" + words[0] + "' takes one word");
+    if (words.empty()) {
+        return;
+    }
+    if (words.size() > 2) {
+        throw std::runtime_error("'" + words[0] + "' takes one word");
+    }
     rule.actions.push_back({words[0], words.size() == 2 ? words[1] : std::string()});
 }
 
@@ -66,13 +81,17 @@ void readActions(const std::vector<Word>& words, Rule& rule) {
         }
     }
     addAction(action, rule);
-    if (rule.actions.empty()) throw std::runtime_error("the rule has no action");
+    if (rule.actions.empty()) {
+        throw std::runtime_error("the rule has no action");
+    }
 }
 
 Rule parseRule(std::vector<Word> words, std::string_view counter) {
     Rule rule;
     const std::vector<Word> head = takeHead(words);
-    if (head.empty()) throw std::runtime_error("the rule has no condition");
+    if (head.empty()) {
+        throw std::runtime_error("the rule has no condition");
+    }
     if (head[0].text == counter) {
         readNumbered(head, rule);
     } else if (head[0].text == "match") {
@@ -94,8 +113,12 @@ bool Rule::has(std::string_view action) const {
 }
 
 bool Rule::fits(long callNumber, const std::vector<std::string>& callWords) const {
-    if (counted) return onwards ? callNumber >= number : callNumber == number;
-    if (words.size() > callWords.size()) return false;
+    if (counted) {
+        return onwards ? callNumber >= number : callNumber == number;
+    }
+    if (words.size() > callWords.size()) {
+        return false;
+    }
     return std::equal(words.begin(), words.end(), callWords.begin(),
                       [](const std::optional<std::string>& wanted, const std::string& word) {
                           return !wanted || *wanted == word;
@@ -109,7 +132,9 @@ std::vector<Rule> parseRules(std::string_view text, std::string_view counter) {
         text.remove_prefix(std::min(line.size() + 1, text.size()));
         try {
             std::vector<Word> words = splitWords(line);
-            if (!words.empty()) rules.push_back(parseRule(std::move(words), counter));
+            if (!words.empty()) {
+                rules.push_back(parseRule(std::move(words), counter));
+            }
         } catch (const std::runtime_error& e) {
             throw std::runtime_error("bad fault rule '" + std::string(line) + "': " + e.what());
         }
@@ -120,7 +145,9 @@ std::vector<Rule> parseRules(std::string_view text, std::string_view counter) {
 const Rule* findRule(const std::vector<Rule>& rules, long callNumber,
                      const std::vector<std::string>& callWords) {
     for (const Rule& rule : rules) {
-        if (rule.fits(callNumber, callWords)) return &rule;
+        if (rule.fits(callNumber, callWords)) {
+            return &rule;
+        }
     }
     return nullptr;
 }
@@ -137,7 +164,9 @@ int signalNumber(const std::string& name) {
     const std::string_view bare =
         name.starts_with("SIG") ? std::string_view(name).substr(3) : std::string_view(name);
     for (const Named& signal : kSignals) {
-        if (signal.name == bare) return signal.number;
+        if (signal.name == bare) {
+            return signal.number;
+        }
     }
     return static_cast<int>(toNumber(bare));
 }

@@ -31,8 +31,8 @@ struct Rule {
     bool fits(long callNumber, const std::vector<std::string>& callWords) const;
 };
 
-// Reads all rules. `counter` is the word for numbered rules, "call" or
-// "request". Throws std::runtime_error with the line at fault.
+// Reads all rules. `counter` is the word for numbered rules, "call" or "request". Throws
+// std::runtime_error with the line at fault.
 std::vector<Rule> parseRules(std::string_view text, std::string_view counter);
 
 // The first rule that fits, or null.

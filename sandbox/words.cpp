@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 namespace sandbox {
+
 namespace {
 
 bool isPlainAscii(unsigned char c) {
@@ -17,21 +18,27 @@ struct Sequence {
     std::uint32_t point = 0;
 };
 
-// Reads one multi-byte character. Overlong forms, surrogates and what lies
-// beyond Unicode are not well-formed.
+// Reads one multi-byte character. Overlong forms, surrogates and what lies beyond Unicode are not
+// well-formed.
 Sequence readUtf8(std::string_view text) {
     const auto lead = static_cast<unsigned char>(text[0]);
     const std::size_t size = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 0;
-    if (size == 0 || lead > 0xF4 || text.size() < size) return {};
+    if (size == 0 || lead > 0xF4 || text.size() < size) {
+        return {};
+    }
     std::uint32_t point = lead & (0xFFU >> (size + 1));
     for (std::size_t i = 1; i < size; ++i) {
         const auto next = static_cast<unsigned char>(text[i]);
-        if ((next & 0xC0U) != 0x80U) return {};
+        if ((next & 0xC0U) != 0x80U) {
+            return {};
+        }
         point = (point << 6U) | (next & 0x3FU);
     }
     constexpr std::uint32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
     const bool surrogate = point >= 0xD800 && point <= 0xDFFF;
-    if (point < kSmallest[size] || surrogate || point > 0x10FFFF) return {};
+    if (point < kSmallest[size] || surrogate || point > 0x10FFFF) {
+        return {};
+    }
     return {size, point};
 }
 
@@ -42,14 +49,18 @@ std::size_t printableUtf8(std::string_view text) {
 }
 
 bool standsBare(std::string_view word) {
-    if (word.empty()) return false;
+    if (word.empty()) {
+        return false;
+    }
     for (std::size_t i = 0; i < word.size();) {
         if (isPlainAscii(static_cast<unsigned char>(word[i]))) {
             ++i;
             continue;
         }
         const std::size_t size = printableUtf8(word.substr(i));
-        if (size == 0) return false;
+        if (size == 0) {
+            return false;
+        }
         i += size;
     }
     return true;
@@ -95,7 +106,9 @@ class Splitter {
     explicit Splitter(std::string_view line) : rest_(line) {}
 
     std::vector<Word> run() {
-        while (skipBlanks()) readWord();
+        while (skipBlanks()) {
+            readWord();
+        }
         return std::move(words_);
     }
 
@@ -103,12 +116,16 @@ class Splitter {
     static bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
 
     bool skipBlanks() {
-        while (!rest_.empty() && isBlank(rest_.front())) rest_.remove_prefix(1);
+        while (!rest_.empty() && isBlank(rest_.front())) {
+            rest_.remove_prefix(1);
+        }
         return !rest_.empty() && rest_.front() != '#';
     }
 
     char take() {
-        if (rest_.empty()) throw std::runtime_error("the line ends within a quoted word");
+        if (rest_.empty()) {
+            throw std::runtime_error("the line ends within a quoted word");
+        }
         const char c = rest_.front();
         rest_.remove_prefix(1);
         return c;
@@ -134,7 +151,9 @@ class Splitter {
     }
 
     void readQuoted(std::string& text, char quote) {
-        for (char c = take(); c != quote; c = take()) text += c == '\\' ? readEscape() : c;
+        for (char c = take(); c != quote; c = take()) {
+            text += c == '\\' ? readEscape() : c;
+        }
     }
 
     char readEscape() {
@@ -161,9 +180,15 @@ class Splitter {
 
     unsigned readHexDigit() {
         const char c = take();
-        if (c >= '0' && c <= '9') return static_cast<unsigned>(c - '0');
-        if (c >= 'a' && c <= 'f') return static_cast<unsigned>(c - 'a' + 10);
-        if (c >= 'A' && c <= 'F') return static_cast<unsigned>(c - 'A' + 10);
+        if (c >= '0' && c <= '9') {
+            return static_cast<unsigned>(c - '0');
+        }
+        if (c >= 'a' && c <= 'f') {
+            return static_cast<unsigned>(c - 'a' + 10);
+        }
+        if (c >= 'A' && c <= 'F') {
+            return static_cast<unsigned>(c - 'A' + 10);
+        }
         throw std::runtime_error("\\x needs two hexadecimal digits");
     }
 
@@ -174,7 +199,9 @@ class Splitter {
 }  // namespace
 
 std::string quoteWord(std::string_view word) {
-    if (standsBare(word)) return std::string(word);
+    if (standsBare(word)) {
+        return std::string(word);
+    }
     std::string out;
     out.reserve(word.size() + 2);
     out += '\'';

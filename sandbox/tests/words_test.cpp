@@ -1,47 +1,32 @@
-// The texts of the sandbox: what is written must be read back as it was, or a
-// test would compare a journal that lies.
+// The texts of the sandbox: what is written must be read back as it was, or a test would compare a
+// journal that lies.
 
 #include "words.h"
-#include "call.h"
-#include "rules.h"
 
 #include <gtest/gtest.h>
+
 #include <random>
+
+#include "call.h"
+#include "rules.h"
 
 namespace {
 
 using namespace sandbox;
 
 std::string randomText(std::mt19937& random) {
-    constexpr std::string_view kPieces[] = {"a",
-                                            "'",
-                                            "\"",
-                                            "\\",
-                                            " ",
-                                            "\n",
-                                            "\t",
-                                            ";",
-                                            "#",
-                                            "<<<",
-                                            "=",
-                                            "\xc3",
-                                            "\xa9",
-                                            "\x7f",
-                                            "-",
-                                            "*",
-                                            ":",
-                                            "\x01",
-                                            "\xe2\x82\xac",
-                                            "\xed\xa0\x80",
-                                            "LANG=",
-                                            "0"};
+    constexpr std::string_view kBytes = "a0'\"\\ \n\t;#=\xc3\xa9\x7f-*:\x01";
+    constexpr std::string_view kWords[] = {"<<<", "\xe2\x82\xac", "\xed\xa0\x80", "LANG="};
     std::string text;
-    for (auto size = random() % 8; size > 0; --size) text += kPieces[random() % std::size(kPieces)];
+    for (auto size = random() % 8; size > 0; --size) {
+        text += random() % 5 == 0 ? kWords[random() % std::size(kWords)]
+                                  : kBytes.substr(random() % kBytes.size(), 1);
+    }
     return text;
 }
 
-// Catches: an escape that is written and not read, a word that seems bare and
-// is split, an argument taken for an assignment or for the input.
+// Catches: an escape that is written and not read, a word that seems bare and is split, an argument
+// taken for an assignment or for the input.
 TEST(CallLine, HoldsEveryCallAndIsReadBackAsItWas) {
     std::mt19937 random(1);
     for (int round = 0; round < 20'000; ++round) {
@@ -50,7 +35,9 @@ TEST(CallLine, HoldsEveryCallAndIsReadBackAsItWas) {
         for (auto count = random() % 5; count > 0; --count) {
             call.arguments.push_back(randomText(random));
         }
-        if (random() % 2 == 0) call.environment.emplace_back("QRD_PASSWORD", randomText(random));
+        if (random() % 2 == 0) {
+            call.environment.emplace_back("QRD_PASSWORD", randomText(random));
+        }
         call.input = randomText(random);
         const std::string line = formatCall(call);
         ASSERT_EQ(line.find('\n'), std::string::npos);
@@ -70,8 +57,8 @@ TEST(CallLine, QuotesOnlyWhatIsNotPlain) {
     EXPECT_EQ(quoteWord("\xc0\xaf"), "'\\xc0\\xaf'");  // overlong
 }
 
-// Catches: a rule that fits too much or too little, so that a fault test would
-// pass without its fault.
+// Catches: a rule that fits too much or too little, so that a fault test would pass without its
+// fault.
 TEST(FaultRules, FitTheirCallsOnly) {
     const auto rules = parseRules(
         "# a comment\n"
