@@ -108,6 +108,10 @@ class Model::Query {
 void Model::Close::operator()(sqlite3* handle) const { sqlite3_close(handle); }
 
 Model::Model(const std::string& path) {
+    // One thread and one short life: a tenth of a call would be locks and counts of memory.
+    // Refused, and of no matter, when this is not the first model of the process.
+    sqlite3_config(SQLITE_CONFIG_SINGLETHREAD);
+    sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
     sqlite3* handle = nullptr;
     const int outcome = sqlite3_open(path.c_str(), &handle);
     handle_.reset(handle);
@@ -172,7 +176,8 @@ std::vector<Object> Model::children(const Object& parent) {
 
 Object Model::insert(std::string_view kind, std::string_view name, const Object& parent) {
     Query(*this, "INSERT INTO object VALUES (NULL, ?, ?, ?, '')", {kind, name, parent.id}).next();
-    return at(sqlite3_last_insert_rowid(handle_.get()));
+    return {sqlite3_last_insert_rowid(handle_.get()), std::string(kind), std::string(name),
+            parent.id, ""};
 }
 
 void Model::erase(const Object& object) {
