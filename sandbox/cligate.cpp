@@ -17,9 +17,9 @@
 #include "rules.h"
 #include "xml_text.h"
 
-namespace {
+namespace sandbox {
 
-using namespace sandbox;
+namespace {
 
 constexpr int kPort = 8880;
 constexpr char kPath[] = "/cligate.php";
@@ -176,10 +176,12 @@ int run(int readyFd) {
 
 }  // namespace
 
+}  // namespace sandbox
+
 // cligate [READY-FD]: a byte is written to the descriptor once it listens.
 int main(int argc, char** argv) {
     try {
-        return run(argc > 1 ? std::atoi(argv[1]) : -1);
+        return sandbox::run(argc > 1 ? std::atoi(argv[1]) : -1);
     } catch (const std::exception& e) {
         std::fprintf(stderr, "cligate: %s\n", e.what());
         return 1;

@@ -19,9 +19,9 @@
 #include "files.h"
 #include "paths.h"
 
-namespace {
+namespace sandbox {
 
-using namespace sandbox;
+namespace {
 namespace fs = std::filesystem;
 
 constexpr int kBadSandbox = 99;
@@ -265,22 +265,24 @@ void runInBox(const Options& options) {
 
 }  // namespace
 
+}  // namespace sandbox
+
 int main(int argc, char** argv) {
     try {
-        Options options = parseOptions(argc, argv);
-        chooseState(options);
+        sandbox::Options options = sandbox::parseOptions(argc, argv);
+        sandbox::chooseState(options);
         if (!options.setup.empty()) {
-            options.setup = fs::canonical(options.setup);
+            options.setup = std::filesystem::canonical(options.setup);
         }
         if (options.temporary) {
-            runAndRemoveState(options);
+            sandbox::runAndRemoveState(options);
         }
         if (options.gate) {
-            passSignalsOn();
+            sandbox::passSignalsOn();
         }
-        runInBox(options);
+        sandbox::runInBox(options);
     } catch (const std::exception& e) {
         std::fprintf(stderr, "sandbox: %s\n", e.what());
     }
-    return kBadSandbox;
+    return sandbox::kBadSandbox;
 }

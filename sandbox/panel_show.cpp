@@ -9,9 +9,9 @@
 #include "paths.h"
 #include "words.h"
 
-namespace {
+namespace sandbox {
 
-using namespace sandbox;
+namespace {
 
 void line(int depth, const std::string& text) {
     std::printf("%*s%s\n", depth * 2, "", text.c_str());
@@ -98,9 +98,11 @@ void show(const std::string& state) {
 
 }  // namespace
 
+}  // namespace sandbox
+
 int main(int argc, char** argv) {
     try {
-        show(argc > 1 ? argv[1] : kStateDir);
+        sandbox::show(argc > 1 ? argv[1] : sandbox::kStateDir);
         return 0;
     } catch (const std::exception& e) {
         std::fprintf(stderr, "panel-show: %s\n", e.what());

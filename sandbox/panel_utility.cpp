@@ -20,9 +20,9 @@
 
 extern char** environ;
 
-namespace {
+namespace sandbox {
 
-using namespace sandbox;
+namespace {
 
 constexpr int kBadSandbox = 99;  // the sandbox itself is at fault, not the call
 
@@ -226,15 +226,17 @@ int replay(const char* path) {
 
 }  // namespace
 
+}  // namespace sandbox
+
 int main(int argc, char** argv) {
     try {
         if (argc == 3 && std::strcmp(argv[1], "--replay") == 0 &&
-            utilityName(argv[0]) == "panel-utility") {
-            return replay(argv[2]);
+            sandbox::utilityName(argv[0]) == "panel-utility") {
+            return sandbox::replay(argv[2]);
         }
-        return runUtility(argc, argv);
+        return sandbox::runUtility(argc, argv);
     } catch (const std::exception& e) {
         std::fprintf(stderr, "sandbox: %s\n", e.what());
-        return kBadSandbox;
+        return sandbox::kBadSandbox;
     }
 }

@@ -24,7 +24,7 @@ std::string_view wordOf(const Call& call) {
 
 struct Found {
     const Command* command = nullptr;  // null: the utility has no such command
-    bool utility = false;              // whether the utility has any
+    bool isKnown = false;              // whether the utility has any
 };
 
 Found lookUp(const Call& call) {
@@ -38,7 +38,7 @@ Found lookUp(const Call& call) {
             if (row.word == wordOf(call)) {
                 return {&row, true};
             }
-            found.utility = true;
+            found.isKnown = true;
         }
     }
     return found;
@@ -57,7 +57,7 @@ Answer serveFromModel(Model& model, const Call& call) {
     if (found.command != nullptr) {
         return found.command->run(model, Request(inner, *found.command));
     }
-    if (found.utility) {
+    if (found.isKnown) {
         throw Refusal(unknownCommand(inner));
     }
     if (fileExists(stateFile(kAcceptUnknownFile))) {
