@@ -40,8 +40,9 @@ asan: setup
 lint: all
 	@./cmake/lint build
 
+# All benchmarks, or those that BENCH names: make bench BENCH="restore unpacking".
 bench: all
-	@./bench/run build/bin
+	@./bench/run build/bin $(BENCH)
 
 # Every fuzz target from its seeds, FUZZ_SECONDS each.
 fuzz: setup

@@ -12,6 +12,8 @@ namespace bench {
 
 namespace {
 
+constexpr std::string_view kCommandMark = " p.log: Executing utility: ";
+
 // What stands behind a mark in a line.
 std::optional<std::string> behind(const std::string& line, std::string_view mark) {
     const std::size_t place = line.find(mark);
@@ -42,7 +44,7 @@ std::vector<BareCommand> readCommands(const std::string& logFile) {
     for (std::string line; std::getline(log, line);) {
         if (const auto text = behind(line, " p.log: ENV[")) {
             variables.push_back(variable(*text));
-        } else if (const auto call = behind(line, " p.log: Executing utility: ")) {
+        } else if (const auto call = behind(line, kCommandMark)) {
             commands.emplace_back(argumentsOf(*call), std::exchange(variables, {}));
         }
     }
@@ -50,6 +52,15 @@ std::vector<BareCommand> readCommands(const std::string& logFile) {
         throw std::runtime_error("no command in " + logFile);
     }
     return commands;
+}
+
+std::size_t countCommands(const std::string& logFile) {
+    std::ifstream log(logFile);
+    std::size_t count = 0;
+    for (std::string line; std::getline(log, line);) {
+        count += line.find(kCommandMark) != std::string::npos ? 1 : 0;
+    }
+    return count;
 }
 
 }  // namespace bench

@@ -1,6 +1,7 @@
 // The commands of a run, taken from its log.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -11,5 +12,8 @@ namespace bench {
 // Reads every command that a migration.log tells of, with the variables that were set for it.
 // Raises std::runtime_error for a log without commands.
 std::vector<BareCommand> readCommands(const std::string& logFile);
+
+// How many they are.
+std::size_t countCommands(const std::string& logFile);
 
 }  // namespace bench

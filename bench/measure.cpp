@@ -65,6 +65,32 @@ double medianOf(std::size_t count, const Function& function) {
     _exit(127);
 }
 
+pid_t startChild(const std::function<void()>& work) {
+    const pid_t pid = fork();
+    if (pid < 0) {
+        throw std::runtime_error("fork failed");
+    }
+    if (pid > 0) {
+        return pid;
+    }
+    try {
+        work();
+        _exit(0);
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "%s\n", failure.what());
+        _exit(1);
+    }
+}
+
+rusage waitForChild(pid_t pid) {
+    int status = 0;
+    rusage usage{};
+    if (wait4(pid, &status, 0, &usage) < 0 || status != 0) {
+        throw std::runtime_error("the measured process failed");
+    }
+    return usage;
+}
+
 }  // namespace
 
 Cost costOf(const std::function<void()>& work) {
@@ -74,31 +100,36 @@ Cost costOf(const std::function<void()>& work) {
     return {secondsSince(start), processorTime() - cpu};
 }
 
-Cost costOfChild(const std::function<void()>& work) {
-    const auto start = Clock::now();
-    const pid_t pid = fork();
-    if (pid < 0) {
-        throw std::runtime_error("fork failed");
+Cost costToldByChild(const std::function<Cost()>& work) {
+    int ends[2];
+    if (pipe2(ends, O_CLOEXEC) != 0) {
+        throw std::runtime_error("pipe failed");
     }
-    if (pid == 0) {
-        try {
-            work();
-            _exit(0);
-        } catch (const std::exception& failure) {
-            std::fprintf(stderr, "%s\n", failure.what());
-            _exit(1);
+    const pid_t pid = startChild([&] {
+        const Cost cost = work();
+        if (write(ends[1], &cost, sizeof(cost)) != sizeof(cost)) {
+            throw std::runtime_error("cannot tell a cost");
         }
+    });
+    close(ends[1]);
+    Cost cost;
+    const bool isTold = read(ends[0], &cost, sizeof(cost)) == sizeof(cost);
+    close(ends[0]);
+    waitForChild(pid);
+    if (!isTold) {
+        throw std::runtime_error("the measured process told nothing");
     }
-    int status = 0;
-    rusage usage{};
-    if (wait4(pid, &status, 0, &usage) < 0 || status != 0) {
-        throw std::runtime_error("the measured process failed");
-    }
-    return {secondsSince(start), processorTime(usage), static_cast<double>(usage.ru_maxrss)};
+    return cost;
 }
 
 Cost costOfProgram(const std::vector<std::string>& arguments) {
-    return costOfChild([&] { becomeProgram(arguments); });
+    const auto start = Clock::now();
+    const rusage usage = waitForChild(startChild([&] { becomeProgram(arguments); }));
+    return {secondsSince(start), processorTime(usage), static_cast<double>(usage.ru_maxrss)};
+}
+
+Cost mean(const Cost& left, const Cost& right) {
+    return {(left.wall + right.wall) / 2, (left.cpu + right.cpu) / 2, (left.peak + right.peak) / 2};
 }
 
 void Comparison::add(const Cost& subject, const Cost& yardstick) {
@@ -114,15 +145,16 @@ bool Comparison::tellTime(double target, int times) const {
     return tell("cpu", &Cost::cpu, scale, unit, target) && isWallOk;
 }
 
-bool Comparison::tellPeak(double target) const {
-    return tell("peak", &Cost::peak, 1.0 / 1024, "MB", target);
+bool Comparison::tellPeak(double target, double allowance) const {
+    return tell("peak", &Cost::peak, 1.0 / 1024, "MB", target, allowance);
 }
 
 bool Comparison::tell(const char* what, double Cost::*field, double scale, const char* unit,
-                      double target) const {
+                      double target, double allowance) const {
     const std::size_t count = subject_.size();
-    const double ratio =
-        medianOf(count, [&](std::size_t i) { return subject_[i].*field / yardstick_[i].*field; });
+    const double ratio = medianOf(count, [&](std::size_t i) {
+        return (subject_[i].*field - allowance) / yardstick_[i].*field;
+    });
     const double subject = medianOf(count, [&](std::size_t i) { return subject_[i].*field; });
     const double yardstick = medianOf(count, [&](std::size_t i) { return yardstick_[i].*field; });
     const bool isOk = ratio <= target;

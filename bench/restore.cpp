@@ -1,5 +1,5 @@
-// bench-restore DEPLOYER DIRECTORY: whole restores beside a bare loop that runs the very same
-// commands. Runs in a panel whose utilities do nothing.
+// bench-restore DEPLOYER READ_DUMP SCHEMA DIRECTORY: whole restores beside a bare loop that runs
+// the very same commands, and beside each other. Runs in a panel whose utilities do nothing.
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -7,7 +7,6 @@
 #include <sstream>
 #include <stdexcept>
 #include <string>
-#include <vector>
 
 #include "command_log.h"
 #include "dump.h"
@@ -19,35 +18,59 @@ namespace fs = std::filesystem;
 using bench::Comparison;
 using bench::Cost;
 
-constexpr int kSmall = 2000;
-constexpr int kBig = 20000;
-// Pairs of small restores before the big one, and as many after it.
-constexpr int kPairs = 2;
+constexpr int kRounds = 3;
+// In kilobytes: what a restore may take besides its dump.
+constexpr double kRestoreMemory = 32 * 1024;
 
-// Restores of one dump, each in a session of its own.
+// What is restored: write makes a session with count objects of one kind.
+struct Shape {
+    const char* name;
+    void (*write)(const fs::path& session, int count);
+    int count;
+};
+
+void writeDomains(const fs::path& session, int count) {
+    bench::writeDump(session / "restore.xml", count);
+}
+
+constexpr Shape kSmall = {"2,000 domains", writeDomains, 2000};
+constexpr Shape kBig = {"20,000 domains", writeDomains, 20000};
+
+// Restores of one shape, each in a session that is made anew.
 class Restore {
   public:
-    Restore(std::string deployer, const fs::path& directory, int domains)
+    Restore(std::string deployer, const fs::path& directory, const Shape& shape)
         : deployer_(std::move(deployer)),
-          session_(directory / ("session-" + std::to_string(domains))) {
-        dump_ = session_.string() + ".xml";
-        bench::writeDump(dump_, domains);
+          original_(directory / shape.name / "original"),
+          session_(directory / shape.name / "session") {
+        fs::create_directories(original_);
+        shape.write(original_, shape.count);
     }
 
     Cost measure() const {
         fs::remove_all(session_);
-        fs::create_directory(session_);
-        fs::copy_file(dump_, session_ / "restore.xml");
+        fs::copy(original_, session_, fs::copy_options::recursive);
         const Cost cost = bench::costOfProgram(
             {deployer_, "--deploy-dump", "--no-repository", "--session-path", session_});
         checkVerdict();
         return cost;
     }
 
-    // The commands of the last restore.
-    std::vector<bench::BareCommand> commands() const {
-        return bench::readCommands(session_ / "migration.log");
+    // The commands of the last restore in a bare loop.
+    Cost measureBare() const {
+        return bench::costToldByChild([&] {
+            const auto commands = bench::readCommands(log());
+            return bench::costOf([&] {
+                for (const bench::BareCommand& command : commands) {
+                    command.run();
+                }
+            });
+        });
     }
+
+    fs::path dump() const { return original_ / "restore.xml"; }
+    // Of the last restore.
+    fs::path log() const { return session_ / "migration.log"; }
 
   private:
     // A restore that failed early would look fast.
@@ -61,76 +84,51 @@ class Restore {
     }
 
     std::string deployer_;
+    fs::path original_;
     fs::path session_;
-    fs::path dump_;
 };
 
-Cost runBare(const std::vector<bench::BareCommand>& commands) {
-    return bench::costOfChild([&] {
-        for (const bench::BareCommand& command : commands) {
-            command.run();
-        }
-    });
-}
-
-// What a small restore would have cost at the speed that the machine had for the big one: the bare
-// loops tell that, as one is growth times the other by its commands.
-Cost withoutDrift(Cost cost, const Cost& bare, const Cost& bigBare, double growth) {
-    cost.wall *= bigBare.wall / (bare.wall * growth);
-    cost.cpu *= bigBare.cpu / (bare.cpu * growth);
-    return cost;
-}
-
-bool run(const std::string& deployer, const fs::path& directory) {
+bool run(const std::string& deployer, const std::string& readDump, const std::string& schema,
+         const fs::path& directory) {
     const Restore small(deployer, directory, kSmall);
     const Restore big(deployer, directory, kBig);
-    std::vector<bench::BareCommand> smallCommands;
-    std::vector<Cost> smallCosts;
-    std::vector<Cost> smallBareCosts;
     Comparison smallToBare("2,000 domains, to the bare loop");
-    const auto measureSmall = [&] {
-        for (int pair = 0; pair < kPairs; ++pair) {
-            smallCosts.push_back(small.measure());
-            smallCommands = small.commands();
-            smallBareCosts.push_back(runBare(smallCommands));
-            smallToBare.add(smallCosts.back(), smallBareCosts.back());
-        }
-    };
-    measureSmall();
-    const Cost bigCost = big.measure();
-    const std::vector<bench::BareCommand> bigCommands = big.commands();
-    const Cost bigBareCost = runBare(bigCommands);
     Comparison bigToBare("20,000 domains, to the bare loop");
-    bigToBare.add(bigCost, bigBareCost);
-    measureSmall();
     Comparison bigToSmall("20,000 domains, to the 2,000");
-    const double growth =
-        static_cast<double>(bigCommands.size()) / static_cast<double>(smallCommands.size());
-    for (std::size_t i = 0; i < smallCosts.size(); ++i) {
-        bigToSmall.add(bigCost,
-                       withoutDrift(smallCosts[i], smallBareCosts[i], bigBareCost, growth));
+    Comparison bigToTree("20,000 domains less 32 MB, to the tree");
+    for (int round = 0; round < kRounds; ++round) {
+        const Cost before = small.measure();
+        const Cost bigCost = big.measure();
+        const Cost after = small.measure();
+        // Small ones on both sides, as a machine becomes slower or faster in the meantime.
+        bigToSmall.add(bigCost, mean(before, after));
+        smallToBare.add(after, small.measureBare());
+        bigToBare.add(bigCost, big.measureBare());
+        bigToTree.add(bigCost, bench::costOfProgram({readDump, big.dump(), schema}));
     }
 
     bench::tellHeading(
-        "A whole restore (" + std::to_string(smallCommands.size()) + " and " +
-            std::to_string(bigCommands.size()) + " commands)",
+        "A whole restore (" + std::to_string(bench::countCommands(small.log())) + " and " +
+            std::to_string(bench::countCommands(big.log())) + " commands)",
         "deployer --deploy-dump with utilities that do nothing",
-        "a bare loop of posix_spawn and waitpid with the same commands; for the last "
-        "row the small restore, at the speed that the machine had for the big one");
+        "a bare loop of posix_spawn and waitpid with the same commands; for \"to the 2,000\" the "
+        "restores of 2,000 domains right before and after; for \"to the tree\" a process that "
+        "reads and checks the dump and does nothing else");
     bool isOk = smallToBare.tellTime(1.25);
     isOk = bigToBare.tellTime(1.25) && isOk;
-    return bigToSmall.tellTime(10.5) && isOk;
+    isOk = bigToSmall.tellTime(10.5) && isOk;
+    return bigToTree.tellPeak(1.1, kRestoreMemory) && isOk;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 3) {
-        std::fputs("usage: bench-restore DEPLOYER DIRECTORY\n", stderr);
+    if (argc != 5) {
+        std::fputs("usage: bench-restore DEPLOYER READ_DUMP SCHEMA DIRECTORY\n", stderr);
         return 2;
     }
     try {
-        return run(argv[1], argv[2]) ? 0 : 1;
+        return run(argv[1], argv[2], argv[3], argv[4]) ? 0 : 1;
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "bench-restore: %s\n", failure.what());
         return 2;
