@@ -8,7 +8,7 @@ FUZZ_SECONDS ?= 60
 # Warnings stop a build in continuous integration and nowhere else.
 export WERROR ?= $(if $(CI),ON,OFF)
 
-.PHONY: demo test build all configure setup asan lint bench fuzz coverage \
+.PHONY: demo test test-all build all configure setup asan lint bench fuzz coverage \
         install clean
 
 build: configure
@@ -31,6 +31,10 @@ demo: configure
 
 test: all
 	@ctest --test-dir build --output-on-failure -j $(JOBS)
+
+# The same, with a failure of every call of the example restore in place of one of each kind.
+test-all: all
+	@GUARDS=all ctest --test-dir build --output-on-failure -j $(JOBS)
 
 asan: setup
 	@cmake --preset asan

@@ -12,6 +12,7 @@
 #include <csignal>
 #include <cstring>
 #include <stdexcept>
+#include <string_view>
 #include <utility>
 
 namespace {
@@ -148,4 +149,21 @@ ProcessResult Process::wait(std::chrono::milliseconds patience) {
     if (WIFEXITED(status)) result.exitStatus = WEXITSTATUS(status);
     if (WIFSIGNALED(status)) result.signal = WTERMSIG(status);
     return result;
+}
+
+std::string findReport(const std::string& err) {
+    constexpr std::array<std::string_view, 10> kSigns = {
+        "ERROR: AddressSanitizer",      "ERROR: LeakSanitizer", "WARNING: ThreadSanitizer",
+        "WARNING: MemorySanitizer",     ": runtime error: ",    "Invalid read of size",
+        "Invalid write of size",        "uninitialised value",  "are definitely lost",
+        "AddressSanitizer:DEADLYSIGNAL"};
+    const auto lineAt = [&](std::size_t at) {
+        const auto start = err.rfind('\n', at);
+        const auto from = start == std::string::npos ? 0 : start + 1;
+        return err.substr(from, err.find('\n', at) - from);
+    };
+    for (const std::string_view sign : kSigns) {
+        if (const auto at = err.find(sign); at != std::string::npos) return lineAt(at);
+    }
+    return {};
 }

@@ -42,3 +42,6 @@ class Process {
     int out_ = -1;
     int err_ = -1;
 };
+
+// The first line in which a sanitizer or valgrind complains, or an empty text.
+std::string findReport(const std::string& err);

@@ -1,6 +1,6 @@
 #include "sandbox.h"
 
-#include "result_text.h"
+#include "plain_words.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -22,13 +22,6 @@ std::string makeStateDir() {
         std::string(access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/tmp") + "/deployer-test.XXXXXX";
     if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("cannot make " + name);
     return name;
-}
-
-Lines splitLines(const std::string& text) {
-    Lines lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);) lines.push_back(line);
-    return lines;
 }
 
 // A test with a failure leaves its sandbox behind to be looked at.
@@ -166,13 +159,22 @@ ProcessResult Sandbox::failsWith(int status, std::string_view text,
     return result;
 }
 
-ProcessResult Sandbox::deploy(const std::vector<std::string>& more) {
-    std::vector<std::string> arguments{"--deploy-dump", "--session-path", sessionPath()};
-    arguments.insert(arguments.end(), more.begin(), more.end());
-    return succeeds(arguments);
+ProcessResult Sandbox::deploy(const std::string& more) { return succeeds(deployment(more)); }
+
+ProcessResult Sandbox::deployIn(const std::string& script, const std::string& more) {
+    Lines command{"/bin/sh", "-c", "S=" + sessionPath() + "; " + script, deployer()};
+    const Lines arguments = deployment(more);
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    return runCommand(command);
 }
 
-Lines Sandbox::journal() const { return splitLines(readFile("journal")); }
+std::string Sandbox::plainFile(const std::string& name) const {
+    const PlainWords words(readFile("journal"), readFile("session/migration.result"),
+                           readFile("session/migration.log"));
+    return words.in(readFile(name));
+}
+
+Lines Sandbox::journal() const { return linesOf(plainFile("journal")); }
 
 void Sandbox::forgetJournal() {
     // The numbers of the fault rules count from the start of the journal.
@@ -181,15 +183,13 @@ void Sandbox::forgetJournal() {
     fs::remove(state_ + "/calls", ignored);
 }
 
-std::string Sandbox::resultText() const { return readFile("session/migration.result"); }
-
-std::string Sandbox::normalizedResult() const { return normalizeResult(resultText()); }
+std::string Sandbox::resultText() const { return plainFile("session/migration.result"); }
 
 std::string Sandbox::statusText() const { return readFile("session/migration.status"); }
 
-std::string Sandbox::logText() const { return readFile("session/migration.log"); }
+std::string Sandbox::logText() const { return plainFile("session/migration.log"); }
 
-Lines Sandbox::gateLog() const { return splitLines(readFile("gate.log")); }
+Lines Sandbox::gateLog() const { return linesOf(readFile("gate.log")); }
 
 std::string Sandbox::panel() {
     return Process({std::string(kProgramsDir) + "/panel-show", state_}, cleanEnvironment())
@@ -202,3 +202,10 @@ std::string Sandbox::sessionPath() { return std::string(kStateInside) + "/sessio
 std::string Sandbox::sessionDir() const { return state_ + "/session"; }
 
 std::string Sandbox::deployer() { return std::string(kProgramsDir) + "/deployer"; }
+
+Lines Sandbox::deployment(const std::string& more) {
+    Lines arguments{"--deploy-dump", "--no-repository", "--session-path", sessionPath()};
+    std::istringstream words(more);
+    for (std::string word; words >> word;) arguments.push_back(word);
+    return arguments;
+}

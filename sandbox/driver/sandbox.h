@@ -5,19 +5,17 @@
 //   box.setup("ipmanage -c 192.0.2.10 -type shared\n");
 //   box.faults("match client --create bob: stderr 'no space\n'; exit 5\n");
 //   box.writeDump("<migration-dump>...</migration-dump>");
-//   box.succeeds({"--deploy-dump", "--session-path", box.sessionPath()});
+//   box.deploy();
 //   EXPECT_EQ(box.journal(), Lines({"... client --create bob ..."}));
-//   EXPECT_EQ(box.normalizedResult(), R"(...)");
 #pragma once
 
 #include "process.h"
+#include "texts.h"
 
 #include <chrono>
 #include <string>
 #include <string_view>
 #include <vector>
-
-using Lines = std::vector<std::string>;
 
 class Sandbox {
   public:
@@ -60,8 +58,11 @@ class Sandbox {
     // As run, and it must end with this status and this text on standard error.
     ProcessResult failsWith(int status, std::string_view text,
                             const std::vector<std::string>& arguments);
-    // The deployer on the session's dump: succeeds({"--deploy-dump", ...}).
-    ProcessResult deploy(const std::vector<std::string>& more = {});
+    // The deployer on the session's dump, and it must succeed; more options in words.
+    ProcessResult deploy(const std::string& more = "");
+    // The same from a shell in the sandbox, however it ends: "$0" "$@" in the script is the
+    // deployer with its arguments, $S the session.
+    ProcessResult deployIn(const std::string& script, const std::string& more = "");
     // Any command in the sandbox, with the same watch over standard error.
     ProcessResult runCommand(const std::vector<std::string>& command);
     // The same, left running: for tests that send signals in the middle.
@@ -70,12 +71,12 @@ class Sandbox {
 
     // ---- after a run ----
 
+    // The texts of a run, with what it made up made plain: see plain_words.h.
     Lines journal() const;
     void forgetJournal();
     std::string resultText() const;
-    std::string normalizedResult() const;
-    std::string statusText() const;
     std::string logText() const;
+    std::string statusText() const;
     Lines gateLog() const;
     // What the panel holds, as a person would be shown it.
     std::string panel();
@@ -87,8 +88,11 @@ class Sandbox {
     std::string sessionDir() const;
     const std::string& statePath() const { return state_; }
     static std::string deployer();
+    // The arguments for deploying the session's dump; more of them in words.
+    static Lines deployment(const std::string& more = "");
 
   private:
+    std::string plainFile(const std::string& name) const;
     std::vector<std::string> enterCommand();
     std::vector<std::string> cleanEnvironment() const;
 

@@ -264,16 +264,7 @@ TEST(Runs, EndAsTheirCommandDid) {
     EXPECT_TRUE(late.timedOut);
 }
 
-TEST(ResultText, HoldsStillWhereCompilersAndEditsMoveIt) {
-    EXPECT_EQ(
-        normalizeResult("<context>virtual void zelvo::A::act(zelvo::XmlNode) const</context>\n"
-                        "<line>12</line><line>345</line>"
-                        "<context>int zelvo::B::operator()(int)</context>"),
-        "<context>A::act</context>\n<line>N</line><line>N</line>"
-        "<context>B::operator()</context>");
-}
-
-TEST(ResultText, FindsAComplaintOfASanitizer) {
+TEST(Runs, ShowTheComplaintOfASanitizer) {
     EXPECT_THAT(findReport("all is well\n"), IsEmpty());
     EXPECT_EQ(findReport("x\n./a.cpp:3:5: runtime error: shift\ny"),
               "./a.cpp:3:5: runtime error: shift");

@@ -1,9 +1,11 @@
 // The command line as its callers see it: status, streams, result and what is left on the disk.
 
-#include "outline.h"
+#include "outcome.h"
+#include "scenario.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <regex>
 #include <sstream>
 
 namespace {
@@ -52,7 +54,7 @@ void expectEnding(const Ending& row) {
     EXPECT_EQ(isAnswer ? run.err : run.out, "");
     const Lines result = !box.hasFile("session")     ? kGone
                          : box.resultText() == "old" ? kOld
-                                                     : outcomeOf(box);
+                                                     : codesOf(box);
     EXPECT_EQ(result, row.result);
     EXPECT_EQ(box.journal().size(), row.calls);
 }
@@ -139,8 +141,8 @@ TEST(Session, ThatExistsStaysAsItIs) {
     ownersAndModes(box, mine + "; chown -R 7:8 session; chmod 711 session session/archives");
     const std::string before = ownersAndModes(box, mine);
     EXPECT_THAT(before, StartsWith("session 7:8 711\nsession/archives 7:8 711\n"));
-    box.succeeds(deployment());
-    box.succeeds(deployment());
+    box.deploy();
+    box.deploy();
     EXPECT_EQ(ownersAndModes(box, mine), before);
     EXPECT_EQ(box.readFile("session/dump.xml"), "not read");
     EXPECT_EQ(countOf(box.logText(), "deployer started : "), 2);
@@ -150,11 +152,11 @@ TEST(Session, HasNoResultOfAnEarlierRunWhileTheNextOneWorks) {
     Sandbox box;
     box.writeDump(kBob);
     box.writeFile("session/migration.result", "old");
-    deployIn(box,
-             "P=/opt/qrd/RMK/correct_aw_statistics.pl; rm $P; echo '#!/bin/sh\nls '$S' >'$S"
-             "'/../seen' >$P; chmod +x $P; exec \"$0\" \"$@\"");
+    box.deployIn(
+        "P=/opt/qrd/RMK/correct_aw_statistics.pl; rm $P; echo '#!/bin/sh\nls '$S' >'$S"
+        "'/../seen' >$P; chmod +x $P; exec \"$0\" \"$@\"");
     EXPECT_EQ(box.readFile("seen"), "archives\nmigration.log\nmigration.status\nrestore.xml\n");
-    EXPECT_EQ(outcomeOf(box), kSuccess);
+    EXPECT_EQ(codesOf(box), kSuccess);
 }
 
 // ---- what a run says of itself ----
@@ -190,7 +192,7 @@ TEST(Log, IsTheOnlyPlaceThatHoldsPasswords) {
     Sandbox box;
     box.writeDump(kBob);
     box.faults("match client: stdout 'so'; stderr 'no'; exit 1");
-    box.succeeds(deployment({"--verbose"}));  // with nothing on standard error
+    box.deploy("--verbose");  // with nothing on standard error
     EXPECT_THAT(box.logText(), HasSubstr("ENV[QRD_PASSWORD]=s3cret\n"));
     EXPECT_THAT(box.resultText() + box.statusText(), Not(HasSubstr("s3cret")));
 }

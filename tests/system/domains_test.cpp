@@ -1,7 +1,8 @@
 // Domains through the real program: the fixed order of what a domain holds, what each word does,
 // domain templates, suspension, and how far a failure reaches.
 
-#include "dumps.h"
+#include "outcome.h"
+#include "scenario.h"
 
 namespace {
 
@@ -57,10 +58,9 @@ TEST(Domains, EndTheRunByALimitThatIsNoNumber) {
                     "<domain name='a.example' deployer-action='update'><limits-and-permissions>"
                     "<limit name='max_box'>1</limit><limit name='disk_space'>abc</limit>"
                     "</limits-and-permissions></domain><domain name='b.example'/>"}}});
-    box.failsWith(1, "Uncaught std::exception: ", deployOptions("--suspend"));
-    EXPECT_EQ(callsOf(box),
-              expand("$suspend a.example\ndomain --update a.example\n$resume a.example\n"));
-    expectResult(box, resultDocument("", "error"));
+    box.failsWith(1, "Uncaught std::exception: ", Sandbox::deployment("--suspend"));
+    EXPECT_EQ(callsOf(box), "$suspend a.example\ndomain --update a.example\n$resume a.example\n");
+    EXPECT_EQ(outcomeOf(box), "error\n");
 }
 
 struct Part {
@@ -92,15 +92,14 @@ TEST(Domains, LoseOnlyTheRefusedPartOfTheirAdministrator) {
                ("domadmin --update a.example " + options + "\n");
     };
     const auto failed = [](const std::string& options, int code) {
-        return "  $failed domadmin.php --update a.example " +
-               std::regex_replace(options, std::regex("''"), "") + " failed with return code " +
-               std::to_string(code) + ".\\n\n";
+        return "  ExecCmd::Failed: domadmin --update a.example " + replaceAll(options, "''", "") +
+               " => " + std::to_string(code) + "\n";
     };
     std::string all = kParts[0].options;
     for (std::size_t part = 1; part < kParts.size() - 1; ++part) all += " " + kParts[part].options;
     for (std::size_t refused = 0; refused < kParts.size(); ++refused) {
         std::string calls = "domain --create a.example -owner admin -notify false\n" + call(all);
-        std::string result = "a.example domain\n" + failed(all, 5);
+        std::string result = "domain a.example\n" + failed(all, 5);
         for (std::size_t part = 0; part < kParts.size(); ++part) {
             calls += call(kParts[part].options);
             const bool isSkin = part == kParts.size() - 1;

@@ -1,6 +1,7 @@
 // Dumps that mean harm, and utilities whose words do.
 
-#include "outline.h"
+#include "outcome.h"
+#include "scenario.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -49,13 +50,13 @@ void expectNoHarm(const Hostile& row, bool checked) {
     box.withoutModel();
     box.patience(std::chrono::seconds(30));
     box.writeDump(row.dump);
-    const auto run = box.succeeds(checked ? deployment() : deployment({"--skip-xsd"}));
+    const auto run = box.deploy(checked ? "" : "--skip-xsd");
     EXPECT_EQ(run.out, "");
     EXPECT_TRUE(isWhole(box.resultText()));
     if (row.code.empty()) {
-        EXPECT_EQ(outcomeOf(box), Lines({"success"}));
+        EXPECT_EQ(codesOf(box), Lines({"success"}));
     } else {
-        EXPECT_EQ(outcomeOf(box), Lines({"error", ": " + row.code}));
+        EXPECT_EQ(codesOf(box), Lines({"error", ": " + row.code}));
         EXPECT_THAT(box.resultText(), HasSubstr(row.text));
         EXPECT_TRUE(box.journal().empty());
     }
@@ -113,8 +114,8 @@ TEST(Dumps, ThatAreNoFilesAreNotRead) {
         SCOPED_TRACE(make);
         Sandbox box;
         box.patience(std::chrono::seconds(10));
-        deployIn(box, "mkdir -p $S; " + make + " $S/restore.xml; exec \"$0\" \"$@\"");
-        EXPECT_EQ(outcomeOf(box), Lines({"error", ": tError_WrongInputFile"}));
+        box.deployIn("mkdir -p $S; " + make + " $S/restore.xml; exec \"$0\" \"$@\"");
+        EXPECT_EQ(codesOf(box), Lines({"error", ": tError_WrongInputFile"}));
         EXPECT_THAT(box.resultText(),
                     HasSubstr("<text>The XML file does not exist or is not a regular file. Check "
                               "the file '" +
@@ -142,25 +143,25 @@ const std::pair<std::string, std::string> kNames[] = {
 TEST(Names, AreArgumentsAndNothingElse) {
     std::string clients;
     std::string domains;
-    Lines calls;
+    std::string calls;
     for (const auto& [name, word] : kNames) {
         clients += "<client name=\"" + name + "\" deployer-action=\"delete\"/>";
         domains += "<domain name=\"a.com\" owner-guid=\"" + name + "\"/>";
-        calls.push_back("client --remove " + word);
+        calls += "client --remove " + word + "\n";
     }
     for (const auto& [name, word] : kNames) {
-        calls.push_back("objectInfo --getinfo -property-names name -guid " + word);
+        calls += "objectInfo --getinfo -property-names name -guid " + word + "\n";
     }
-    calls.emplace_back("correct_aw_statistics.pl");
+    calls += "bare correct_aw_statistics.pl\n";
     for (const bool gate : {false, true}) {
         Sandbox box;
         box.withGate(gate);
         box.writeDump("<migration-dump>" + clients + domains + "</migration-dump>");
-        box.succeeds(deployment());
-        EXPECT_EQ(bareCalls(box), calls);
+        box.deploy();
+        EXPECT_EQ(callsOf(box), calls);
         EXPECT_FALSE(box.hasFile("pwned"));
         // The status, and each but the last refused.
-        EXPECT_EQ(outcomeOf(box).size(), calls.size());
+        EXPECT_EQ(codesOf(box).size(), 2 * std::size(kNames) + 1);
         EXPECT_TRUE(isWhole(box.resultText()) && isWhole(box.statusText()));
     }
 }
@@ -175,11 +176,11 @@ TEST(Texts, TooLongForACommandFailItAndNoOther) {
                   "\"/><client name=\"eve\">"
                   "<traffic>" +
                   text + "</traffic></client></migration-dump>");
-    box.succeeds(deployment());
-    EXPECT_EQ(outcomeOf(box),
+    box.deploy();
+    EXPECT_EQ(codesOf(box),
               Lines({"success", "client bob: FailedClientDeployment > ExecCmd::Failed"}));
     EXPECT_THAT(box.resultText(), HasSubstr("System error 7: Argument list too long\n"));
-    const Lines calls = bareCalls(box);
+    const Lines calls = linesOf(callsOf(box));
     ASSERT_EQ(calls.size(), 4U);
     EXPECT_TRUE(calls[2] == "traffic --add-batch-user eve <<<" + text);
 }
@@ -191,12 +192,12 @@ TEST(Texts, OfAUtilityLeaveTheResultADocument) {
     box.faults(
         "match client --create bob: stdout '\\x01\\x00\\xff<message>&amp;]]>\\x1b[0m'; "
         "stderr '</text>\\xc3'; exit 1");
-    box.succeeds(deployment());
+    box.deploy();
     const std::string result = box.resultText();
     EXPECT_TRUE(isWhole(result));
     EXPECT_TRUE(std::all_of(result.begin(), result.end(),
                             [](char c) { return c == '\n' || (c >= ' ' && c <= '~'); }));
-    EXPECT_EQ(outcomeOf(box).size(), 2U);
+    EXPECT_EQ(codesOf(box).size(), 2U);
     EXPECT_THAT(result, HasSubstr("&lt;message&gt;&amp;amp;]]&gt;"));
     EXPECT_THAT(result, HasSubstr("Stderr is\n&lt;/text&gt;"));
 }

@@ -1,6 +1,6 @@
 // The panel itself: how a bare one and a working one are configured from a dump.
 
-#include "dumps.h"
+#include "scenario.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 // Foreign dumps: the agents that are installed, and what becomes of a dump that one of them is to
 // translate.
 
-#include "dumps.h"
-#include "outline.h"
+#include "outcome.h"
+#include "scenario.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -141,7 +141,7 @@ void expectTranslation(const Translation& row) {
     // libxslt alone says more.
     const bool isQuiet = row.templates.empty() || row.outcome.front() == "success";
     EXPECT_EQ(isQuiet ? run.err : "", "");
-    EXPECT_EQ(outcomeOf(box), row.outcome);
+    EXPECT_EQ(codesOf(box), row.outcome);
     EXPECT_THAT(box.resultText(), HasSubstr(row.text));
     EXPECT_EQ(box.readFile("session/restore.xml"), row.made);
     EXPECT_EQ(box.readFile("session/dump.xml"), row.dump);
@@ -228,7 +228,7 @@ TEST(Translation, ThatCannotBeWrittenFails) {
         EXPECT_THAT(run.err,
                     HasSubstr(converted ? "" : "Uncaught std::exception: boost::filesystem"));
         EXPECT_EQ(run.err.empty(), converted);
-        EXPECT_EQ(outcomeOf(box), converted ? failed("tError_SaveFile") : Lines{"error"});
+        EXPECT_EQ(codesOf(box), converted ? failed("tError_SaveFile") : Lines{"error"});
         EXPECT_THAT(box.statusText(), HasSubstr("<idle/>"));
     }
 }
@@ -245,15 +245,15 @@ TEST(Wickerdeck, ArrivesWhole) {
     Sandbox box;
     box.setup(sourceFile("examples/leaving-wickerdeck/panel-before.txt"));
     EXPECT_EQ(translate(box, sourceFile("examples/leaving-wickerdeck/dump.xml")).err, "");
-    EXPECT_EQ(outcomeOf(box), Lines{"success"});
-    box.succeeds(deployment());
-    EXPECT_EQ(outcomeOf(box), Lines{"success"});
+    EXPECT_EQ(codesOf(box), Lines{"success"});
+    box.deploy();
+    EXPECT_EQ(codesOf(box), Lines{"success"});
     EXPECT_EQ(callsOf(box), sourceFile("tests/system/translation/wickerdeck.txt"));
     // It passes for a canonical dump in the eyes of the canonical DTD too.
     box.writeFile(control("none", "spec"), "");
     box.writeFile("session/dump.xml", box.readFile("session/restore.xml"));
     box.succeeds({"--translate-dump", kAt, "--agent-name", "none"});
-    EXPECT_EQ(outcomeOf(box), Lines{"success"});
+    EXPECT_EQ(codesOf(box), Lines{"success"});
 }
 
 // Catches: a limit that is rounded, written with an exponent, taken in another unit or left out,
@@ -279,7 +279,7 @@ TEST(Wickerdeck, HasExactLimits) {
                                             quota + "/></site></wickerdeck>");
         const bool isRefused = expected.starts_with("Not");
         EXPECT_THAT(run.err, HasSubstr(isRefused ? expected : ""));
-        EXPECT_EQ(outcomeOf(box), isRefused ? failed(kTerminated) : Lines{"success"});
+        EXPECT_EQ(codesOf(box), isRefused ? failed(kTerminated) : Lines{"success"});
         const std::string made = box.readFile("session/restore.xml");
         EXPECT_THAT(made, HasSubstr(isRefused ? "" : expected));
         EXPECT_EQ(countOf(made, "<limit "), isRefused || expected.empty() ? 0 : 1);
