@@ -12,7 +12,6 @@
 #include <set>
 
 #include "panel/objects.h"
-#include "result_text.h"
 
 namespace {
 

@@ -19,4 +19,10 @@ void deploy_error_func_throw(const ExTraceable& failure) {
     throw ExTraceable(failure);
 }
 
+void forgetFailure() {
+    if (theLog != nullptr) {
+        theLog->forgetLeftObject();
+    }
+}
+
 }  // namespace zelvo

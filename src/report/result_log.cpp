@@ -22,13 +22,17 @@ XmlLog::XmlLog()
 }
 
 void XmlLog::log(const ExTraceable& failure) {
-    const bool isOfLeftObject = left_.node() != nullptr;
+    // What is told on the way out of another failure is not the one that is waited for.
+    const bool isOnTheWayOut = std::uncaught_exceptions() > open_.back().failuresUnderWay;
+    const bool isOfLeftObject = left_.node() != nullptr && !isOnTheWayOut;
     XmlMsgFormatter formatter(*this,
                               newChild(isOfLeftObject ? left_.node() : current_.node(), "message"));
     failure.accept(formatter);
     open_.back().hasMessages = true;
-    leftHasMessages_ = isOfLeftObject;
-    forgetLeftObject();
+    if (isOfLeftObject) {
+        leftHasMessages_ = true;
+        forgetLeftObject();
+    }
 }
 
 void XmlLog::pushObject(const std::string& name, const std::string& type) {
@@ -54,6 +58,7 @@ void XmlLog::popObject() {
 }
 
 void XmlLog::forgetLeftObject() {
+    // An element that got no message goes.
     if (left_.node() != nullptr && !leftHasMessages_) {
         removeNode(left_.node());
     }

@@ -21,7 +21,8 @@ class Log {
     // objects do not count.
     virtual void setSuccess(bool success) = 0;
     // Adds the failure, with all that caused it, to the object that failed: the one whose scope a
-    // failure has just left, if no object was opened or closed since, or else the current one.
+    // failure has just left, if nothing was logged and no object opened or closed since, or else
+    // the current one.
     virtual void log(const ExTraceable& failure) = 0;
     // Opens an object inside the current one. name: as the customer knows it. type: its kind, such
     // as "domain". To be called through ObjectLogger only, which closes what it opened.
@@ -31,6 +32,8 @@ class Log {
     virtual void popObject() = 0;
     // The number of open objects.
     virtual int getDepth() const = 0;
+    // The failure that has just left an object is dropped: the next one to be logged is another.
+    virtual void forgetLeftObject() {}
 };
 
 // The result log as the document "migration.result" of the session.
@@ -46,6 +49,7 @@ class XmlLog : public Log, public tXmlRmkDocument {
     void pushObject(const std::string& name, const std::string& type) override;
     void popObject() override;
     int getDepth() const override;
+    void forgetLeftObject() override;
 
     // Sets the status and writes the file, atomically and down to the disk. Raises what
     // tXmlDocument::saveToFileAtomically raises.
@@ -59,9 +63,6 @@ class XmlLog : public Log, public tXmlRmkDocument {
         // left it.
         int failuresUnderWay = 0;
     };
-
-    // No failure is waited for any longer: an element that got no message goes.
-    void forgetLeftObject();
 
     bool success_ = false;
     std::string fileName_;

@@ -1,18 +1,19 @@
 #include "restore/restorer.h"
 
+#include "commons/errors.h"
 #include "commons/files.h"
 #include "exec/log_exec_cmd.h"
 #include "report/debug_log.h"
 #include "restore/account/admin_deployer.h"
-#include "restore/account/reseller_deployer.h"
+#include "restore/account/client_deployer.h"
 #include "restore/domain/domain_deployer.h"
 #include "restore/parent_lookup.h"
 #include "restore/server/server_deployer.h"
+#include "restore/toolbox/addresses.h"
 #include "restore/toolbox/guard.h"
 #include "restore/toolbox/panel_command.h"
 #include "restore/toolbox/restore_errors.h"
 #include "restore/toolbox/run_settings.h"
-#include "xml/tool_answers.h"
 
 namespace zelvo {
 
@@ -51,9 +52,7 @@ void ZelvoDumpRestorer::deployTopLevel() {
 
 void ZelvoDumpRestorer::deployServer(const XmlNode& node) { ServerDeployer().act(node); }
 
-void ZelvoDumpRestorer::deployReseller(const XmlNode& node) {
-    ResellerDeployer(node.str("@name"), tDeployAction(node)).act(node);
-}
+void ZelvoDumpRestorer::deployReseller(const XmlNode& node) { AdminDeployer::deployReseller(node); }
 
 void ZelvoDumpRestorer::deployClient(const XmlNode& node) {
     ClientDeployer(ownerOf(node), node.str("@name"), tDeployAction(node)).act(node);
@@ -122,9 +121,7 @@ void ZelvoDumpRestorer::repairStatistics() {
 }
 
 void ZelvoDumpRestorer::setDefaultDomains() {
-    CliExec ask = panelCommand("ipmanage", {"-xi"});
-    ask.exec(std::nothrow);
-    const auto addresses = getZelvoIpInfo(ask.stdout);
+    const auto addresses = askAddresses();
     for (const auto& [address, domain] : IPDefaultDomains) {
         const auto known = addresses.find(address);
         if (known == addresses.end() || known->second.defaultDomain) {

@@ -15,7 +15,8 @@ class ZelvoDumpRestorer : public tDeployDocAbility {
     // its object; what is no ExTraceable leaves, MigrationTerminatedException among it.
     void operator()();
 
-    // Each restores one element of the dump's top level.
+    // Each restores one element of the dump's top level. Raises what costs the element as a whole:
+    // UnknownParentClassObject for an owner that is not found, and what its deployer raises.
     static void deployServer(const XmlNode& node);
     static void deployReseller(const XmlNode& node);
     static void deployClient(const XmlNode& node);

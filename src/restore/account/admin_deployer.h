@@ -12,6 +12,8 @@ class AdminDeployer : public XmlDeployDocAbility {
     // A failure of one object is told, and the next one follows.
     void act(XmlNode node) const override;
 
+    // Each restores one element with the administrator as its owner, and raises what the deployer
+    // of its kind raises.
     static void deployReseller(const XmlNode& node);
     static void deployClient(const XmlNode& node);
     static void deployDomain(const XmlNode& node);

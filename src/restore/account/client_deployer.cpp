@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "commons/errors.h"
 #include "report/debug_log.h"
 #include "report/object_logger.h"
 #include "restore/domain/domain_deployer.h"
@@ -102,9 +103,7 @@ void ClientDeployer::create(const XmlNode& node, const std::string& contact,
                             const passwd& password) const {
     CliExec cmd = createCommand(GetClientCliUtil(), name_);
     cmd << "-name" << contact;
-    for (const std::string& argument : notify_arg) {
-        cmd << argument;
-    }
+    appendNotifyArguments(cmd);
     addPasswdToCmdLine(password, cmd);
     appendOptions(node, cmd, {kEmail, {"-creation-date", "@cr-date"}, {"-guid", "@guid"}});
     cmd << "-owner" << ownerName_;
@@ -129,7 +128,9 @@ void ClientDeployer::update(const XmlNode& node, const passwd* password) const {
 
 void ClientDeployer::deployProperties(const XmlNode& node) const {
     guarded([&] { deployLimits(node); });
-    tryUpdateClientStuff([&](CmdLine& cmd) { setStatus(cmd, node); });
+    if (node.test("properties/status")) {
+        tryUpdateClientStuff([&](CmdLine& cmd) { setStatus(cmd, node); });
+    }
     guarded([&] { deployPersonalData(node); });
     tryUpdateClientPrefStuff([&](CmdLine& cmd) { setLocale(cmd, node); });
     tryInstallSkin(node, GetClientCliPrefUtil(), name_);
@@ -186,9 +187,7 @@ void ClientDeployer::deployPreferences(const XmlNode& node) const {
 void ClientDeployer::deployIpPool(const XmlNode& address) const {
     CliExec cmd = panelCommand("ip_pool", {"--add", address.str("ip-address"), "-type",
                                            address.str("ip-type"), "-owner", name_});
-    if (cmd.exec(std::nothrow) != 0) {
-        cmd.reportError();
-    }
+    execOrReport(cmd);
 }
 
 void ClientDeployer::deploySiteWizard(const XmlNode& wizard) const {
@@ -214,9 +213,7 @@ void ClientDeployer::tryUpdateClientPrefStuff(const OptionGroup& options) const 
 }
 
 void ClientDeployer::setStatus(CmdLine& cmd, const XmlNode& node) {
-    if (node.test("properties/status")) {
-        addStatus(cmd, node.getNode("properties/status"));
-    }
+    addStatus(cmd, node.getNode("properties/status"));
 }
 
 }  // namespace zelvo

@@ -22,8 +22,8 @@ class ClientDeployer : public XmlDeployDocAbility, public tDeployAction {
 
     using XmlDeployDocAbility::act;
     // Restores the account and the domains below it. A failure of the account itself is told as
-    // FailedClientDeployment and any other with the object that failed; neither leaves. Raises what
-    // saving the progress raises.
+    // FailedClientDeployment and any other with the object that failed. Raises what saving the
+    // progress raises, and what ends the run.
     void act(XmlNode node) const override;
 
     // Restores one `domain` element with this account as its owner.

@@ -10,6 +10,7 @@ namespace zelvo {
 // Deploys one `reseller` element. A reseller is always below the administrator.
 class ResellerDeployer : public ClientDeployer {
   public:
+    // name: the reseller's login.
     ResellerDeployer(const std::string& name, const tDeployAction& action);
 
     std::string GetClientCliUtil() const override { return "reseller"; }

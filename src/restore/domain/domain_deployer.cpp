@@ -108,9 +108,7 @@ void tDomainDeployer::deployDomain(const XmlNode& node, const TemplateRules& rul
 void tDomainDeployer::createDomain(const XmlNode& node, const TemplateRules& rules) const {
     CliExec cmd = createCommand("domain", domain_.name);
     cmd << "-owner" << domain_.owner;
-    for (const std::string& argument : notify_arg) {
-        cmd << argument;
-    }
+    appendNotifyArguments(cmd);
     appendOptions(node, cmd, {kGuid, kCreationDate});
     if (templateInForce()) {
         cmd << "-template" << domainTemplate << "-force";
@@ -240,9 +238,9 @@ void tDomainDeployer::setStatus(const XmlNode& node) const {
 }
 
 void tDomainDeployer::setGuid(const XmlNode& node) const {
-    CliExec cmd = optionalUpdate("domain", domain_.name);
-    appendOptions(node, cmd, {kGuid});
-    cmd.exec();
+    if (node.test("@guid")) {
+        runPanelCommand("domain", {"--update", domain_.name, "-guid", node.str("@guid")});
+    }
 }
 
 void tDomainDeployer::salvage(const XmlNode& node) const {

@@ -1,5 +1,7 @@
 #include "restore/domain/domain_suspender.h"
 
+#include <exception>
+#include <iterator>
 #include <utility>
 
 #include "commons/files.h"
@@ -14,7 +16,14 @@ namespace zelvo {
 
 DomainSuspender::DomainSuspender(std::string domainName) : domainName_(std::move(domainName)) {}
 
-DomainSuspender::~DomainSuspender() { doUnsuspendDomain(); }
+DomainSuspender::~DomainSuspender() {
+    try {
+        doUnsuspendDomain();
+    } catch (const std::exception&) {
+        // Only a lack of memory comes here. The failure that is under way says more.
+        return;
+    }
+}
 
 void DomainSuspender::runHandler(const std::string& word) const {
     const auto interpreter = files::getPhpExecuteCmd();

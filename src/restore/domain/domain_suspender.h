@@ -8,6 +8,7 @@ namespace zelvo {
 // Resumes, whatever way it dies, the domain that it suspended.
 class DomainSuspender {
   public:
+    // domainName: in UTF-8.
     explicit DomainSuspender(std::string domainName);
     ~DomainSuspender();
     DomainSuspender(const DomainSuspender&) = delete;

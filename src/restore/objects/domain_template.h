@@ -10,6 +10,7 @@ namespace zelvo {
 // Reads single items of a `domain-template` element.
 class XmlDomainTemplate {
   public:
+    // element: good as long as its document.
     explicit XmlDomainTemplate(const XmlNode& element) : element_(element) {}
 
     // The template's domains have web hosting of their own on this server.

@@ -3,11 +3,11 @@
 #include <map>
 
 #include "report/debug_log.h"
+#include "restore/toolbox/addresses.h"
 #include "restore/toolbox/guard.h"
 #include "restore/toolbox/panel_command.h"
 #include "restore/toolbox/passwd.h"
 #include "restore/toolbox/walk.h"
-#include "xml/tool_answers.h"
 
 namespace zelvo {
 
@@ -143,9 +143,7 @@ void InitialConfiguration::setAdminInterface() {
 
 void InitialConfiguration::setUpAddresses(const std::list<SystemIp>& addresses) {
     log("Performing IP addresses setup.");
-    CliExec ask = panelCommand("ipmanage", {"-xi"});
-    ask.exec(std::nothrow);
-    const auto known = getZelvoIpInfo(ask.stdout);
+    const auto known = askAddresses();
     log("IP addresses to be processed:");
     for (const SystemIp& ip : addresses) {
         log(ip.type() + ":" + ip.address + "/" + ip.netmask + " (" + ip.iface + ")");

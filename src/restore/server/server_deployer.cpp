@@ -2,7 +2,6 @@
 
 #include "restore/server/initial_configuration.h"
 #include "restore/toolbox/guard.h"
-#include "restore/toolbox/restore_errors.h"
 #include "restore/toolbox/run_settings.h"
 
 namespace zelvo {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <utility>
 #include <vector>
 
 #include "exec/cli_exec.h"
@@ -26,7 +27,7 @@ class CommandInParts {
     // that appends nothing is not run.
     explicit CommandInParts(CliExec head) : head_(std::move(head)) {}
 
-    // Adds a part behind those that are there.
+    // Adds a part behind those that are there. What the options refer to must outlive exec.
     void add(PartCost cost, OptionGroup options);
 
     // Runs the command with the options of all parts in their order. A failure of the run is told,
@@ -36,15 +37,13 @@ class CommandInParts {
     // The same with other options, or another order of them, in the one call.
     bool exec(const OptionGroup& all) const;
 
-    // Runs each part by itself.
-    void execParts() const;
-
   private:
     struct Part {
         PartCost cost;
         OptionGroup options;
     };
 
+    void execParts() const;
     void execPart(const Part& part) const;
 
     CliExec head_;

@@ -34,7 +34,7 @@ class tDeployAction {
 
     // True for the words that leave the object alone, so that it does not count as handled.
     static bool DeployActionSummarySkip(const std::string& word);
-    // True for the words under which an account's settings are written.
+    // True for the words under which an object is made or changed itself.
     static bool DeployActionSummaryUpdate(const std::string& word);
 
   private:

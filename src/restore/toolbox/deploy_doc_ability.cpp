@@ -1,8 +1,9 @@
 #include "restore/toolbox/deploy_doc_ability.h"
 
+#include <boost/algorithm/string/join.hpp>
+
 #include "commons/errors.h"
 #include "restore/toolbox/guard.h"
-#include "restore/toolbox/list_operator.h"
 #include "restore/toolbox/option_table.h"
 #include "restore/toolbox/panel_command.h"
 
@@ -37,11 +38,11 @@ std::string tDeployDocAbility::parseStatus(const XmlNode& node) {
     if (node.test("enabled")) {
         return "enabled";
     }
-    std::string words;
+    std::vector<std::string> words;
     node.foreach (
-        "disabled-by/@name", [&words](const XmlNode& name) { appendToList(words, name.str(".")); },
+        "disabled-by/@name", [&words](const XmlNode& name) { words.push_back(name.str(".")); },
         deploy_error_func);
-    return words;
+    return boost::algorithm::join(words, ",");
 }
 
 void tDeployDocAbility::addStatus(CmdLine& cmd, const XmlNode& node) {

@@ -1,6 +1,6 @@
 // The guards around one piece of a restore: what becomes of a failure in it. They hold for what is
 // an ExTraceable; a request to stop and the failures of the run itself pass all of them but
-// silenced.
+// silenced. They need theDebugLog.
 #pragma once
 
 #include "commons/exception.h"
@@ -30,6 +30,7 @@ bool debugLogged(Work&& work) {
         return true;
     } catch (const ExTraceable& failure) {
         theDebugLog->log(failure);
+        forgetFailure();
         return false;
     }
 }
@@ -41,7 +42,7 @@ void silenced(Work&& work) {
     try {
         work();
     } catch (...) {
-        return;
+        forgetFailure();
     }
 }
 
@@ -52,6 +53,7 @@ void wrapped(Outer&& outer, Work&& work, Salvage&& beforeRaising) {
     try {
         work();
     } catch (const ExTraceable& failure) {
+        forgetFailure();
         beforeRaising();
         outer.causedBy(failure);
         throw outer;

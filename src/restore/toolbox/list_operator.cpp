@@ -13,6 +13,16 @@ namespace {
 
 XmlNode nodeOfDump(_xmlNode* node) { return XmlNode(tDeployDocAbility::doc_, node); }
 
+void appendToList(std::string& list, const std::string& item) {
+    if (item.empty()) {
+        return;
+    }
+    if (!list.empty()) {
+        list += ",";
+    }
+    list += item;
+}
+
 bool isWildcard(char c) { return c == '*' || c == '?'; }
 
 std::string shrinkStars(const std::string& entry) {
@@ -50,16 +60,6 @@ std::string rewrite(const std::string& entry) {
 }
 
 }  // namespace
-
-void appendToList(std::string& list, const std::string& item) {
-    if (item.empty()) {
-        return;
-    }
-    if (!list.empty()) {
-        list += ",";
-    }
-    list += item;
-}
 
 std::string toAddressPattern(const std::string& entry) {
     std::string pattern = rewrite(entry);

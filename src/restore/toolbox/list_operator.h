@@ -7,9 +7,6 @@
 
 namespace zelvo {
 
-// Appends an item to such a list; an empty one leaves it as it is.
-void appendToList(std::string& list, const std::string& item);
-
 // Gathers the text of the visited nodes that carry a certain action word.
 class tPeriodSeparatedListOperator : public tXmlOperator {
   public:
@@ -29,6 +26,7 @@ class tPeriodSeparatedListOperator : public tXmlOperator {
 // The same for the address patterns of the spam filter, whatever the nodes' action words.
 class tPeriodSeparatedListOperatorForSpamAssassin : public tXmlOperator {
   public:
+    // list: as above.
     explicit tPeriodSeparatedListOperatorForSpamAssassin(std::string& list);
 
     void act(_xmlNode* node) const override;

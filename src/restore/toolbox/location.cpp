@@ -18,7 +18,9 @@ struct Location {
 };
 
 Location askAdminLocation() {
-    const auto answer = getAdminLocation(askPanel("admin", {"-xi"}));
+    CliExec cmd = panelCommand("admin", {"-xi"});
+    execOrReport(cmd);
+    const auto answer = getAdminLocation(cmd.stdout);
     return {answer->getCountry(), answer->getState(), answer->getZip()};
 }
 

@@ -1,10 +1,12 @@
 #include "restore/toolbox/option_table.h"
 
 #include <boost/algorithm/string/case_conv.hpp>
+#include <boost/algorithm/string/join.hpp>
 #include <locale>
+#include <utility>
+#include <vector>
 
 #include "restore/toolbox/contact.h"
-#include "restore/toolbox/list_operator.h"
 
 namespace zelvo {
 
@@ -32,11 +34,11 @@ std::optional<std::string> upperCase(const XmlNode& node, const char* item) {
 }
 
 std::optional<std::string> joined(const XmlNode& node, const char* item) {
-    std::string list;
+    std::vector<std::string> texts;
     for (XmlNodeIterator found = node.iterate(item); !found.atEnd(); ++found) {
-        appendToList(list, (*found).str("."));
+        texts.push_back((*found).str("."));
     }
-    return list;
+    return boost::algorithm::join(texts, ",");
 }
 
 std::optional<std::string> trueOrFalse(const XmlNode& node, const char* item) {

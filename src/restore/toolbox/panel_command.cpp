@@ -30,6 +30,12 @@ void runPanelCommand(const std::string& utility, std::initializer_list<std::stri
     panelCommand(utility, arguments).exec();
 }
 
+void execOrReport(CliExec& command) {
+    if (command.exec(std::nothrow) != 0) {
+        command.reportError();
+    }
+}
+
 std::string askPanel(const std::string& utility, std::initializer_list<std::string> arguments) {
     CliExec cmd = panelCommand(utility, arguments);
     if (cmd.exec(std::nothrow) != 0 && cmd.stdout.empty()) {

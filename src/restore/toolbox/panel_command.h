@@ -25,6 +25,10 @@ CliExec optionalUpdate(const std::string& utility, const std::string& name);
 // Runs the utility with these arguments and no others. Raises what CliExec::exec raises.
 void runPanelCommand(const std::string& utility, std::initializer_list<std::string> arguments);
 
+// Runs the command through exec(nothrow). Raises ExecCmd::Failed for a code other than 0, also for
+// one that stands for a failure of the gate.
+void execOrReport(CliExec& command);
+
 // What a utility says when it is asked: its standard output. Its code counts only where there is
 // nothing to read. Raises ExecCmd::Failed then.
 std::string askPanel(const std::string& utility, std::initializer_list<std::string> arguments);

@@ -7,4 +7,10 @@ bool reconfigureWebserver = false;
 bool wasInitialConfiguration = false;
 std::map<std::string, std::string> IPDefaultDomains;
 
+void appendNotifyArguments(CmdLine& cmd) {
+    for (const std::string& argument : notify_arg) {
+        cmd << argument;
+    }
+}
+
 }  // namespace zelvo

@@ -5,10 +5,15 @@
 #include <string>
 #include <vector>
 
+#include "exec/exec_cmd.h"
+
 namespace zelvo {
 
 // Extra arguments for utilities that would otherwise notify users: empty, or "-notify", "false".
 extern std::vector<std::string> notify_arg;
+
+// Appends these.
+void appendNotifyArguments(CmdLine& cmd);
 
 // Set when a restored object asks for the web server to be reconfigured at the end.
 extern bool reconfigureWebserver;
