@@ -4,12 +4,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <boost/filesystem/path.hpp>
 #include <cstdlib>
 
 #include "commons/errors.h"
 #include "commons/input_file.h"
-#include "commons/make_dir.h"
 #include "commons/temp_names.h"
 #include "lib/read_configuration.h"
 #include "temp_dir.h"
@@ -74,17 +72,6 @@ TEST_F(Files, TemporaryOnesAreNewPrivateAndWhereTheyBelong) {
     const std::string why = " with the template '/no/such/xXXXXXX': No such file or directory.";
     EXPECT_EQ("Can not create temporary file" + why, failureOf(zelvo::RMK_getTempFileName));
     EXPECT_EQ("Can not create temporary dir" + why, failureOf(zelvo::RMK_makeTempFileDirectory));
-}
-
-TEST_F(Files, DirectoriesAreMadeWithEachLevelAlike) {
-    zelvo::make_dir(boost::filesystem::path(dir_.path("x/y//z/")), geteuid(), getegid(), 0710);
-    for (const char* const made : {"x", "x/y", "x/y/z"}) {
-        EXPECT_EQ(S_IFDIR | 0710U, modeOf(dir_.path(made)));
-    }
-    // What is in the way stays.
-    const std::string file = dir_.write("file", "kept");
-    zelvo::make_dir(file + "/below", geteuid(), getegid(), 0700);
-    EXPECT_EQ("kept", contentOf(file));
 }
 
 TEST_F(Files, OfInputAreRegularOnes) {

@@ -213,9 +213,3 @@ TEST(NullSeparated, HasOnePartMoreThanZeroBytes) {
     EXPECT_THAT(zelvo::parse_nullseparated(std::string("a\0\0b\0", 5)),
                 ElementsAre("a", "", "b", ""));
 }
-
-TEST_F(ContentUnpackerTest, FindsTheDirectoryOfADomain) {
-    EXPECT_EQ(zelvo::getVhostDir("\u00FC.example"), box("vhosts/xn--tda.example"));
-    EXPECT_EQ(faultOf([] { zelvo::getVhostDir(std::string(70, 'a') + ".example"); }),
-              "InternalIdnaLibraryError: IDN conversion error: Invalid length");
-}

@@ -58,17 +58,11 @@ TEST(Rfc1522, DecodesEncodedWords) {
         {"=?US-ASCII?Q?Keith_Moore?= <moore@cs.utk.edu>", "Keith Moore <moore@cs.utk.edu>"},
         {"=?ISO-8859-1?Q?Keld_J=F8rn_Simonsen?= <keld@dkuug.dk>",
          "Keld J\u00F8rn Simonsen <keld@dkuug.dk>"},
-        {"=?ISO-8859-1?Q?Andr=E9?= Pirard <PIRARD@vm1.ulg.ac.be>",
-         "Andr\u00E9 Pirard <PIRARD@vm1.ulg.ac.be>"},
         {"=?ISO-8859-1?B?SWYgeW91IGNhbiByZWFkIHRoaXMgeW8=?= "
          "=?ISO-8859-2?B?dSB1bmRlcnN0YW5kIHRoZSBleGFtcGxlLg==?=",
          "If you can read this you understand the example."},
-        {"=?iso-8859-8?b?7eXs+SDv4SDp7Oj08A==?=",
-         "\u05DD\u05D5\u05DC\u05E9 \u05DF\u05D1 \u05D9\u05DC\u05D8\u05E4\u05E0"},
         {"=?ISO-8859-1?Q?a?= b", "a b"},
-        {"=?ISO-8859-1?Q?a?= =?ISO-8859-1?Q?b?=", "ab"},
         {"=?ISO-8859-1?Q?a?= \t =?ISO-8859-1?Q?b?=", "ab"},
-        {"=?ISO-8859-1?Q?a_b?=", "a b"},
         {"=?ISO-8859-1?Q?a?= =?ISO-8859-2?Q?_b?=", "a b"},
         // What is around stays.
         {" a  b\t=?utf-8?q?c?=  d ", " a  b\tc  d "},

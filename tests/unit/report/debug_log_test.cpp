@@ -6,14 +6,10 @@
 
 #include "commons/termination.h"
 #include "report/log4cpp_setup.h"
-#include "report/start_stop_logger.h"
-#include "report/termination_lines.h"
 #include "run.h"
 
 namespace zelvo {
 namespace {
-
-using Lines = std::vector<std::string>;
 
 // log4cpp is configured once in a process, so a child writes. It ends without the end of the test
 // program, which would take the panel along.
@@ -49,33 +45,6 @@ TEST(DebugLog, WritesToTheLogFileOfTheSession) {
         EXPECT_EQ(session.file("migration.log.extra").find("extra") != std::string::npos, debug);
         const auto status = std::filesystem::status(session.path + "/migration.log");
         EXPECT_EQ(static_cast<unsigned>(status.permissions()), 0600U);
-    }
-}
-
-// Catches the blanks of the two endings, and arguments that are not shown as a shell takes them.
-TEST(StartStopLogger, WritesTheCommandLineAndTheEnding) {
-    const RecordingLog log;
-    char words[][20] = {"./deployer", "a b", ""};
-    char* arguments[] = {words[0], words[1], words[2]};
-    {
-        const StartStopLogger silent("x", 1, arguments);
-        StartStopLogger("x", 3, arguments).setExitCode(0);
-    }
-    EXPECT_EQ(log.lines,
-              Lines({"x started : ./deployer", "x started : ./deployer a\\ b ",
-                     "x finished. Exit code: 0", "x finished.  (exit code is not reported)"}));
-}
-
-// The wish to stop cannot be taken back in a process: no other test here may check for it. Catches
-// lines that are lost without a log, doubled, or written for a wish without a signal.
-TEST(TerminationLines, EachSignalHasOneLine) {
-    noteTerminationSignal();
-    noteTerminationSignal();
-    writeTerminationLines();
-    const RecordingLog log;
-    for (int time = 0; time < 2; ++time) {
-        EXPECT_THROW(checkProgramTerminated(), MigrationTerminatedException);
-        EXPECT_EQ(log.lines, Lines(2, "Deployer | Terminated"));
     }
 }
 

@@ -63,20 +63,10 @@ TEST_F(ResultLog, OnlyObjectsWithFailuresStay) {
               kHead + ">" + message("first") +
                   "<object name=\"jo &amp; &quot;co&quot;\" type=\"client\"><object "
                   "name=\"bad.tst\" type=\"domain\"><object name=\"box\" type=\"mailname\">" +
-                  message("&lt;b&gt;") + "</object>" +
-                  message("outer", message("middle", plain)) + "</object>" + message("next") +
-                  message("late") + "</object></execution-result>\n");
+                  message("&lt;b&gt;") + "</object>" + message("outer", message("middle", plain)) +
+                  "</object>" + message("next") + message("late") +
+                  "</object></execution-result>\n");
     EXPECT_EQ(debugLog_.lines.back(), "++ silent.tst domain");
-}
-
-// Catches an old result that a poller takes for that of this run, and one that is not written when
-// the action is left by a failure.
-TEST_F(ResultLog, FileIsThereAtTheEndOnly) {
-    for (int run = 0; run < 2; ++run) {
-        const LogLifetimeController controller;
-        EXPECT_EQ(result(), "");
-    }
-    EXPECT_EQ(result(), kHead + "/>\n");
 }
 
 // Catches a failed save that is swallowed on the normal way, and one that ends the process, or

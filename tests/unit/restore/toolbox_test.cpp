@@ -7,7 +7,6 @@
 
 #include "recording_log.h"
 #include "report/error_functions.h"
-#include "restore/parent_lookup.h"
 #include "restore/toolbox/deploy_doc_ability.h"
 #include "restore/toolbox/list_operator.h"
 #include "restore/toolbox/passwd.h"
@@ -24,7 +23,6 @@ namespace {
 TEST(AddressPattern, IsWhatTheSpamFilterWants) {
     const std::pair<const char*, const char*> kRows[] = {{"bob@example.com", "bob@example.com"},
                                                          {"*@a*b", "*@a*b"},
-                                                         {"plain", "plain"},
                                                          {"*", "*@*"},
                                                          {"***", "*@*"},
                                                          {"a*b", "a@b"},
@@ -61,11 +59,6 @@ TEST(ListOperator, TakesTheNodesOfItsActionWord) {
                         tPeriodSeparatedListOperator(list, word), deploy_error_func);
         EXPECT_EQ(list, expected) << word;
     }
-}
-
-TEST(KeyValueLines, AreCutAtTheirFirstEqualsSign) {
-    EXPECT_THAT(parseKeyValueLines("name=old\r\nno key\nid=a=b\nname=bob"),
-                ElementsAre(Pair("id", "a=b"), Pair("name", "bob")));
 }
 
 // Catches: a handler that the panel does not know, options that reach only one of the two places.
