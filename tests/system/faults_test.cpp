@@ -49,6 +49,30 @@ TEST(Utilities, ThatDoNotDoTheirWorkAreFailedCommands) {
     }
 }
 
+// The one test that knows where in the sources a failure is raised. Catches: a place that is lost,
+// that has the machine's own paths, or that is of another failure in the chain.
+TEST(Result, TellsWhereEachFailureOfAChainWasRaised) {
+    Sandbox box;
+    box.writeDump(kTwoClients);
+    box.faults("match client --create bob: stderr '<&>\\n'; exit 3");
+    box.deploy();
+    const std::string number = std::regex_replace(
+        box.resultText(), std::regex("<line>[1-9][0-9]*</line>"), "<line>N</line>");
+    // Rooms and functions of the restore have nothing to say here.
+    const std::regex outer(
+        "<context>[^<]* zelvo::[^<]*\\)[^<]*</context><file>\\./restore/[a-z_/]+\\.cpp</file>");
+    EXPECT_EQ(
+        std::regex_replace(number, outer, "(a place of the restore)"),
+        "<?xml version=\"1.0\"?>\n<execution-result status=\"success\"><object name=\"bob\" "
+        "type=\"client\"><message code=\"FailedClientDeployment\" severity=\"error\">(a place "
+        "of the restore)<line>N</line><text>Failed deployment of client bob</text><message "
+        "code=\"ExecCmd::Failed\" severity=\"error\"><context>void "
+        "zelvo::ExecCmd::reportError() const</context><file>./exec/exec_cmd.cpp</file>"
+        "<line>N</line><text>Execution of /opt/qrd/admin/vlib/api-cli/client.php --create bob "
+        "-name bob -notify false -passwd  -owner admin failed with return code 3.\nStderr "
+        "is\n&lt;&amp;&gt;\n</text></message></message></object></execution-result>\n");
+}
+
 std::string dumpWithTraffic(const std::string& traffic) {
     return "<migration-dump><client name=\"bob\"><traffic>" + traffic +
            "</traffic></client><client name=\"eve\"/></migration-dump>";
