@@ -86,15 +86,6 @@ TEST(Runner, WorksAboveDescriptor1023AndLeaksNone) {
     EXPECT_EXIT(runAbove(), testing::ExitedWithCode(0), "^in\n0\n1\n2\n1$");
 }
 
-TEST(Runner, WorksInAProcessWithoutStandardStreams) {
-    const auto runWithoutStreams = [] {
-        close_range(0, 2, 0);
-        const ChildRun run("cat; echo err >&2", "in");
-        _exit(run.out == "in" && run.err == "err\n" ? run.code : 1);
-    };
-    EXPECT_EXIT(runWithoutStreams(), testing::ExitedWithCode(0), "");
-}
-
 TEST(Child, HasDefaultSignals) {
     signal(SIGHUP, SIG_IGN);
     signal(SIGCHLD, SIG_IGN);  // The kernel reaps children and keeps no status.

@@ -158,28 +158,6 @@ TEST_F(Database, ChoosesTheCharacterSetByVersionAndSetting) {
     }
 }
 
-// Catches: a connection returned or kept after a failed query, a wrong stage.
-TEST_F(Database, NamesTheStageThatFailed) {
-    const char* stages[] = {"", "query version", "mysql41 compatible query", "set names query"};
-    for (int allowed = 1; allowed <= 3; ++allowed) {
-        server->query(
-            "flush user_resources; alter user admin@localhost with max_queries_per_hour " +
-            std::to_string(allowed));
-        EXPECT_EQ(string("DB error (") + stages[allowed] +
-                      ") 1226: User 'admin' has exceeded the 'max_queries_per_hour' resource "
-                      "(current value: " +
-                      std::to_string(allowed) + ")",
-                  refusal());
-    }
-    server->query("alter user admin@localhost with max_queries_per_hour 0");
-    server->query("drop table qrd.misc");
-    char reason[1024];
-    EXPECT_NE(nullptr, Connection(zelvo_db_connect_ex(reason, sizeof(reason)), &mysql_close));
-    EXPECT_STREQ("DB error (mysql41 compatible query) 1146: Table 'qrd.misc' doesn't exist",
-                 reason);
-    EXPECT_EQ("0\n", openConnections());
-}
-
 // Catches: a value that leaves its quotes, an overrun buffer, a failure taken for no value.
 TEST_F(Database, ReadsAndStoresValues) {
     const string values[] = {"plain",           R"(it's "quoted" \ and \' '; drop table misc; --)",

@@ -36,8 +36,6 @@ const std::string kBadNumber = boost::bad_lexical_cast().what();
 // that is taken from elsewhere in the answer, and a bad number that is taken for a missing one.
 const std::tuple<std::string (*)(const std::string&), const char*, std::string> kAnswers[] = {
     {gate, "<cli><ok/><return>-9223372036854775808</return></cli>", "ok -9223372036854775808|||"},
-    {gate, "<cli><failure>&lt;</failure><return>1</return><stdout>a\n<![CDATA[<]]></stdout></cli>",
-     "1|<|a\n<|"},
     {gate, "<cli><x><ok/><stdout>deep</stdout></x><return>2</return></cli>", "2|||"},
     {gate, "<cli><return> 1</return></cli>", kBadNumber},
     {files,
