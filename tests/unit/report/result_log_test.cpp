@@ -26,7 +26,12 @@ class ResultLog : public testing::Test {
     RecordingLog debugLog_;
 };
 
-// Raises the failure out of an object, with what is logged in it first.
+// Tells something on the way out of a failure.
+struct LastWord {
+    ~LastWord() { theLog->log(failure("on the way")); }
+};
+
+// Raises a failure out of an object, with what is logged in it first.
 void leave(const std::string& name, const std::string& told = "") {
     const ObjectLogger domain(name, "domain");
     if (!told.empty()) {
@@ -39,7 +44,7 @@ void leave(const std::string& name, const std::string& told = "") {
 // Catches objects that stay without a message, parents that go although a child has one, an object
 // that stays open behind a failure that leaves it, and another order than that of the events. A
 // failure that is told in the object around the one that it left, or twice in that, or in one that
-// it left long ago, and what nobody tells of.
+// it left long ago, or before another; and what nobody tells of.
 TEST_F(ResultLog, OnlyObjectsWithFailuresStay) {
     LogLifetimeController controller;
     deploy_error_func(failure("first"));
@@ -47,13 +52,16 @@ TEST_F(ResultLog, OnlyObjectsWithFailuresStay) {
         const ObjectLogger client("jo & \"co\"", "client");
         { const ObjectLogger clean("clean.tst", "domain"); }
         try {
+            const LastWord last;
             leave("bad.tst", "<b>");
         } catch (const ExTraceable&) {
             theLog->log(failure("outer", failure("middle", ExTraceable("Plain", "x"))));
             theLog->log(failure("next"));
         }
-        EXPECT_THROW(leave("forgotten.tst"), ExTraceable);
+        EXPECT_THROW(leave("old.tst"), ExTraceable);
         { const ObjectLogger clean("clean.tst", "domain"); }
+        EXPECT_THROW(leave("dropped.tst"), ExTraceable);
+        forgetFailure();
         theLog->log(failure("late"));
     }
     EXPECT_THROW(leave("silent.tst"), ExTraceable);
@@ -64,7 +72,7 @@ TEST_F(ResultLog, OnlyObjectsWithFailuresStay) {
                   "<object name=\"jo &amp; &quot;co&quot;\" type=\"client\"><object "
                   "name=\"bad.tst\" type=\"domain\"><object name=\"box\" type=\"mailname\">" +
                   message("&lt;b&gt;") + "</object>" + message("outer", message("middle", plain)) +
-                  "</object>" + message("next") + message("late") +
+                  "</object>" + message("on the way") + message("next") + message("late") +
                   "</object></execution-result>\n");
     EXPECT_EQ(debugLog_.lines.back(), "++ silent.tst domain");
 }

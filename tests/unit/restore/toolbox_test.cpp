@@ -4,11 +4,13 @@
 
 #include <algorithm>
 #include <cctype>
+#include <tuple>
 
 #include "recording_log.h"
 #include "report/error_functions.h"
 #include "restore/toolbox/deploy_doc_ability.h"
 #include "restore/toolbox/list_operator.h"
+#include "restore/toolbox/option_table.h"
 #include "restore/toolbox/passwd.h"
 #include "xml/xml_document.h"
 
@@ -58,6 +60,42 @@ TEST(ListOperator, TakesTheNodesOfItsActionWord) {
         foreach_xmlnode(tXPathExpr(dump.doc(), "i", dump.root()),
                         tPeriodSeparatedListOperator(list, word), deploy_error_func);
         EXPECT_EQ(list, expected) << word;
+    }
+}
+
+// Catches: an option that is sent though it must not be, or not sent, or with another value.
+TEST(OptionRules, MakeTheValueOrNone) {
+    tXmlRmkDocument dump(
+        std::string("<e yes='true' no='false' odd='True' nil=''><p encoded='true'>Yg==</p>"
+                    "<p>Yg==</p><i>a</i><i/><i>ä c</i></e>"));
+    dump.initFileDoc("e");
+    const XmlNode node(dump.doc(), dump.root());
+    const std::tuple<OptionRule, const char*, const char*> kRows[] = {
+        {ifThere, "@nil", ""},
+        {ifThere, "@none", nullptr},
+        {always, "@none", ""},
+        {always, "i", "a"},
+        {ifSet, "@nil", nullptr},
+        {ifSet, "@no", "false"},
+        {decoded, "p", "b"},
+        {decoded, "p[2]", "Yg=="},
+        {decoded, "q", nullptr},
+        {upperCase, "i[3]", "ä C"},
+        {joined, "i", "a,,ä c"},
+        {joined, "q", ""},
+        {trueOrFalse, "@yes", "true"},
+        {trueOrFalse, "@odd", "false"},
+        {trueOrFalse, "@none", "false"},
+        {falseOrTrue, "@no", "false"},
+        {falseOrTrue, "@nil", "true"},
+        {falseOrTrue, "@none", "true"},
+        {trueIf, "@nil", "true"},
+        {trueIf, "@yes='x'", nullptr},
+        {falseIf, "@yes='true'", "false"},
+        {falseIf, "@none", nullptr}};
+    for (const auto& [rule, item, expected] : kRows) {
+        const auto value = rule(node, item);
+        EXPECT_EQ(value.value_or("none"), expected ? expected : "none") << item;
     }
 }
 
