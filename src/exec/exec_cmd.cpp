@@ -17,12 +17,13 @@ std::string prepare_output_string(const std::string& name, const std::string& te
         .str();
 }
 
-// One stream of a finished command, as a part of the report.
-std::string reportStream(const std::string& name, const std::string& text) {
+// Appends one stream of a finished command to the report.
+void reportStream(std::string& report, const std::string& name, const std::string& text) {
     if (text.empty()) {
-        return " \nNo output on " + name + " were performed by the utility";
+        report.append(" \nNo output on ").append(name).append(" were performed by the utility");
+    } else {
+        report.append(" \nThe output on ").append(name).append(" was: \n").append(text);
     }
-    return " \nThe output on " + name + " was: \n" + text;
 }
 
 }  // namespace
@@ -72,8 +73,14 @@ void ExecCmd::reportError() const {
 }
 
 std::string getReport(const ExecCmd& command) {
-    return "The return code was " + reportStream("STDOUT", command.stdout) +
-           reportStream("STDERR", command.stderr);
+    constexpr std::size_t kWords = 160;
+    std::string report;
+    // An output may be megabytes, of which no more copies are made than need be.
+    report.reserve(kWords + command.stdout.size() + command.stderr.size());
+    report += "The return code was ";
+    reportStream(report, "STDOUT", command.stdout);
+    reportStream(report, "STDERR", command.stderr);
+    return report;
 }
 
 }  // namespace zelvo
