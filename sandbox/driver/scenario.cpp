@@ -42,6 +42,7 @@ void expectInLog(const Sandbox& box, const std::string& text) {
     for (const std::string& line : linesOf(text)) {
         at = log.find("p.log: " + line + "\n", at);
         ASSERT_NE(at, std::string::npos) << "the debug log lacks, or has too early: " << line;
+        at += line.size();
     }
 }
 

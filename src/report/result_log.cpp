@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <exception>
+#include <utility>
 
 #include "commons/session.h"
 #include "report/debug_log.h"

@@ -7,7 +7,7 @@
 #include "restore/account/admin_deployer.h"
 #include "restore/account/client_deployer.h"
 #include "restore/domain/domain_deployer.h"
-#include "restore/parent_lookup.h"
+#include "restore/key_value_lines.h"
 #include "restore/server/server_deployer.h"
 #include "restore/toolbox/addresses.h"
 #include "restore/toolbox/guard.h"
@@ -55,11 +55,11 @@ void ZelvoDumpRestorer::deployServer(const XmlNode& node) { ServerDeployer().act
 void ZelvoDumpRestorer::deployReseller(const XmlNode& node) { AdminDeployer::deployReseller(node); }
 
 void ZelvoDumpRestorer::deployClient(const XmlNode& node) {
-    ClientDeployer(ownerOf(node), node.str("@name"), tDeployAction(node)).act(node);
+    ClientDeployer::deploy(ownerOf(node), node);
 }
 
 void ZelvoDumpRestorer::deployDomain(const XmlNode& node) {
-    tDomainDeployer(ownerOf(node), node.str("@name"), tDeployAction(node)).act(node);
+    tDomainDeployer::deploy(ownerOf(node), node);
 }
 
 void ZelvoDumpRestorer::deployMailname(const XmlNode& node) {

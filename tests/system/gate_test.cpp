@@ -18,7 +18,6 @@ using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
 constexpr char kBob[] = R"(<migration-dump><client name="bob"/></migration-dump>)";
-const std::string kClientUtility = "/opt/qrd/admin/vlib/api-cli/client.php";
 
 // What a restore did and told, in one text.
 std::string restore(bool gate, const std::string& dump, const std::string& setup,

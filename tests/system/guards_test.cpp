@@ -191,7 +191,8 @@ TEST(Example, MakesTheCallsOfItsGuards) {
 
 // The rows whose failures are tried, with the numbers of their calls.
 std::vector<std::pair<std::size_t, int>> chosen(const Rules& rules) {
-    const bool isAll = std::getenv("GUARDS") != nullptr;
+    const char* const wish = std::getenv("GUARDS");
+    const bool isAll = wish != nullptr && std::string(wish) == "all";
     std::vector<std::pair<std::size_t, int>> rows;
     std::set<std::string> kinds;
     int number = 0;
@@ -200,8 +201,9 @@ std::vector<std::pair<std::size_t, int>> chosen(const Rules& rules) {
         if (!row.isCall()) continue;
         ++number;
         const std::smatch head = headOf(row.call);
-        const std::string kind = head.str(2) + " " + row.reach + joined(row.instead) + row.code +
-                                 row.needs + std::to_string(row.counts);
+        const std::string kind = head.str(2) + " " + head.str(4) + " " + row.reach +
+                                 joined(row.instead) + row.code + row.needs +
+                                 std::to_string(row.counts);
         if (kinds.insert(kind).second || isAll) rows.emplace_back(i, number);
     }
     return rows;

@@ -1,6 +1,7 @@
 #include "restore/account/admin_deployer.h"
 
 #include "report/error_functions.h"
+#include "restore/account/client_deployer.h"
 #include "restore/account/reseller_deployer.h"
 #include "restore/domain/domain_deployer.h"
 
@@ -16,12 +17,8 @@ void AdminDeployer::deployReseller(const XmlNode& node) {
     ResellerDeployer(node.str("@name"), tDeployAction(node)).act(node);
 }
 
-void AdminDeployer::deployClient(const XmlNode& node) {
-    ClientDeployer("admin", node.str("@name"), tDeployAction(node)).act(node);
-}
+void AdminDeployer::deployClient(const XmlNode& node) { ClientDeployer::deploy("admin", node); }
 
-void AdminDeployer::deployDomain(const XmlNode& node) {
-    tDomainDeployer("admin", node.str("@name"), tDeployAction(node)).act(node);
-}
+void AdminDeployer::deployDomain(const XmlNode& node) { tDomainDeployer::deploy("admin", node); }
 
 }  // namespace zelvo

@@ -33,6 +33,10 @@ passwd accountPassword(const XmlNode& node) {
 ClientDeployer::ClientDeployer(std::string ownerName, std::string name, const tDeployAction& action)
     : tDeployAction(action), ownerName_(std::move(ownerName)), name_(std::move(name)) {}
 
+void ClientDeployer::deploy(const std::string& ownerName, const XmlNode& node) {
+    ClientDeployer(ownerName, node.str("@name"), tDeployAction(node)).act(node);
+}
+
 void ClientDeployer::act(XmlNode node) const {
     const ObjectLogger logger(name_, "client");
     deployClientData(node);
@@ -59,7 +63,7 @@ void ClientDeployer::showProgress() const {
 }
 
 void ClientDeployer::deployDomain(const XmlNode& node) const {
-    tDomainDeployer(name_, node.str("@name"), tDeployAction(node)).act(node);
+    tDomainDeployer::deploy(name_, node);
 }
 
 void ClientDeployer::deployClientStuff(const XmlNode& node) const {

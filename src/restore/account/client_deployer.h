@@ -16,6 +16,9 @@ class ClientDeployer : public XmlDeployDocAbility, public tDeployAction {
     // ownerName: login of the parent account, or "admin". name: the client's login.
     ClientDeployer(std::string ownerName, std::string name, const tDeployAction& action);
 
+    // Restores one `client` element below this parent; raises what act raises.
+    static void deploy(const std::string& ownerName, const XmlNode& node);
+
     // The names of the utilities for the account and for its preferences.
     virtual std::string GetClientCliUtil() const { return "client"; }
     virtual std::string GetClientCliPrefUtil() const { return "client_pref"; }

@@ -21,8 +21,6 @@ void ResellerDeployer::act(XmlNode node) const {
     theDebugLog->log("Restore of reseller '" + name() + "' is complete");
 }
 
-void ResellerDeployer::deployClient(const XmlNode& node) const {
-    ClientDeployer(name(), node.str("@name"), tDeployAction(node)).act(node);
-}
+void ResellerDeployer::deployClient(const XmlNode& node) const { deploy(name(), node); }
 
 }  // namespace zelvo

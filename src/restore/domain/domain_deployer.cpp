@@ -43,6 +43,10 @@ tDomainDeployer::tDomainDeployer(std::string ownerName, std::string domainName,
                                  const tDeployAction& action)
     : tDeployAction(action), domain_{std::move(domainName), std::move(ownerName), "", false} {}
 
+void tDomainDeployer::deploy(const std::string& ownerName, const XmlNode& node) {
+    tDomainDeployer(ownerName, node.str("@name"), tDeployAction(node)).act(node);
+}
+
 void tDomainDeployer::act(XmlNode node) const {
     const ObjectLogger logger(domain_.name, "domain");
     const TemplateRules rules = templateInForce() ? templateRules(node) : TemplateRules();
@@ -51,14 +55,14 @@ void tDomainDeployer::act(XmlNode node) const {
     if (suspend && !DeployActionCreate()) {
         suspender.suspendDomain();
     }
-    auto failed = EXC(FailedDomainDeployment) % domain_.name;
     wrapped(
-        failed, [&] { deployDomain(node, rules); }, [&] { guarded([this] { countDomain(); }); });
+        EXC(FailedDomainDeployment) % domain_.name, [&] { deployDomain(node, rules); },
+        [&] { guarded([this] { countDomain(); }); });
     if (DeployActionDelete()) {
         return;
     }
     wrapped(
-        failed, [&] { deployContents(node, rules); },
+        EXC(FailedDomainDeployment) % domain_.name, [&] { deployContents(node, rules); },
         [&] {
             salvage(node);
             guarded([this] { countDomain(); });

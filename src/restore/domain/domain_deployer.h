@@ -15,6 +15,9 @@ class tDomainDeployer : public XmlDeployDocAbility, public tDeployAction {
     // ownerName: login of the owning account, or "admin". domainName: the domain, in UTF-8.
     tDomainDeployer(std::string ownerName, std::string domainName, const tDeployAction& action);
 
+    // Restores one `domain` element below this owner; raises what act raises.
+    static void deploy(const std::string& ownerName, const XmlNode& node);
+
     using XmlDeployDocAbility::act;
     // Restores the domain. Raises FailedDomainDeployment around what cost the whole domain,
     // SkipDomainDueToTemplateHosting for a domain that the template in force does not fit, what

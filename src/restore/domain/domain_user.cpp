@@ -1,5 +1,7 @@
 // The domain administrator, a part of the domain's deployer.
 #include <boost/algorithm/string/trim.hpp>
+#include <optional>
+#include <string>
 
 #include "restore/domain/domain_deployer.h"
 #include "restore/toolbox/command_in_parts.h"

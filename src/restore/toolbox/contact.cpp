@@ -1,7 +1,6 @@
-#include "restore/toolbox/contact.h"
-
-#include "lib/base64.h"
+// Contact data: the `pinfo` elements of accounts and of domain administrators.
 #include "restore/toolbox/deploy_doc_ability.h"
+#include "restore/toolbox/encoded_text.h"
 #include "restore/toolbox/location.h"
 
 namespace zelvo {
@@ -13,7 +12,7 @@ std::string contactItem(const XmlNode& node, const std::string& name) {
     const std::string item = "pinfo[@name='" + name + "']";
     for (const std::string& place : {"preferences/" + item, item}) {
         if (node.test(place)) {
-            return contactText(node.getNode(place));
+            return encodedText(node.getNode(place));
         }
     }
     return "";
@@ -21,17 +20,12 @@ std::string contactItem(const XmlNode& node, const std::string& name) {
 
 }  // namespace
 
-std::string contactText(const XmlNode& pinfo) {
-    const std::string text = pinfo.str(".");
-    return pinfo.test("@encoded = 'true'") ? base64_decode(text) : text;
-}
-
 bool tDeployDocAbility::setLocale(CmdLine& cmd, const XmlNode& node) {
     for (const char* place : {"preferences/pinfo[@name='locale']", "pinfo[@name='locale']"}) {
         if (!node.test(place)) {
             continue;
         }
-        const std::string locale = contactText(node.getNode(place));
+        const std::string locale = encodedText(node.getNode(place));
         if (!locale.empty()) {
             cmd << "-locale" << locale;
             return true;
@@ -61,7 +55,7 @@ bool tDeployDocAbility::setCountry(CmdLine& cmd, const XmlNode& node) {
 }
 
 bool tDeployDocAbility::setPinfo(CmdLine& cmd, const XmlNode& node) {
-    cmd << "-" + node.str("@name") << contactText(node);
+    cmd << "-" + node.str("@name") << encodedText(node);
     return true;
 }
 

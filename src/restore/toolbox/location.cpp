@@ -1,6 +1,5 @@
 #include "restore/toolbox/location.h"
 
-#include <memory>
 #include <optional>
 
 #include "restore/toolbox/guard.h"

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "restore/toolbox/contact.h"
+#include "restore/toolbox/encoded_text.h"
 
 namespace zelvo {
 
@@ -22,7 +22,7 @@ std::optional<std::string> ifSet(const XmlNode& node, const char* item) {
 }
 
 std::optional<std::string> decoded(const XmlNode& node, const char* item) {
-    return node.test(item) ? std::optional(contactText(node.getNode(item))) : std::nullopt;
+    return node.test(item) ? std::optional(encodedText(node.getNode(item))) : std::nullopt;
 }
 
 std::optional<std::string> upperCase(const XmlNode& node, const char* item) {

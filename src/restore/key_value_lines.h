@@ -1,4 +1,4 @@
-// How an object of the dump finds its owner on the panel.
+// The form in which the panel tells the properties of an object.
 #pragma once
 
 #include <map>

@@ -1,4 +1,4 @@
-#include "restore/parent_lookup.h"
+#include "restore/key_value_lines.h"
 
 #include <sstream>
 
