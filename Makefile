@@ -41,12 +41,14 @@ asan: setup
 	@cmake --build build/asan -j $(JOBS)
 	@ctest --test-dir build/asan --output-on-failure -j $(JOBS)
 
-lint: configure
-	@./cmake/lint build
+lint: setup
+	@cmake --preset lint
+	@./cmake/lint build/lint
 
 # The path-sensitive analyser of clang-tidy, which is slower than all the rest of the lint.
-analyze: configure
-	@git ls-files 'src/*.cpp' | xargs -P $(JOBS) -n 1 clang-tidy -p build --quiet \
+analyze: setup
+	@cmake --preset lint
+	@git ls-files 'src/*.cpp' | xargs -P $(JOBS) -n 1 clang-tidy -p build/lint --quiet \
 	  --checks='-*,clang-analyzer-*,-clang-analyzer-valist.Uninitialized' --warnings-as-errors='*'
 
 # All benchmarks, or those that BENCH names: make bench BENCH="restore unpacking".
@@ -55,9 +57,9 @@ bench: all
 
 # Every fuzz target from its seeds, FUZZ_SECONDS each.
 fuzz: setup
-	@cmake --preset fuzz
-	@cmake --build build/fuzz -j $(JOBS)
-	@./tests/fuzz/run build/fuzz/bin $(FUZZ_SECONDS)
+	@cmake --preset asan
+	@cmake --build build/asan -j $(JOBS) --target fuzz
+	@./tests/fuzz/run build/asan/bin $(FUZZ_SECONDS)
 
 # Which lines of src/ the tests run, by file.
 coverage: setup
