@@ -26,13 +26,13 @@ ArgList::~ArgList() {
 }
 
 void ArgList::push_back(const std::string& argument) {
-    entries_.reserve(entries_.size() + 1);
+    entries_.push_back(nullptr);
     char* const copy = strdup(argument.c_str());
     if (copy == nullptr) {
+        entries_.pop_back();
         throw std::bad_alloc();
     }
-    entries_.back() = copy;
-    entries_.push_back(nullptr);
+    entries_[entries_.size() - 2] = copy;
 }
 
 }  // namespace zelvo
