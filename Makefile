@@ -38,8 +38,8 @@ test-all: all
 
 asan: setup
 	@cmake --preset asan
-	@cmake --build build/asan -j $(JOBS)
-	@ctest --test-dir build/asan --output-on-failure -j $(JOBS)
+	@cmake --build build/sanitized -j $(JOBS)
+	@ctest --test-dir build/sanitized --output-on-failure -j $(JOBS)
 
 lint: setup
 	@cmake --preset lint
@@ -58,8 +58,8 @@ bench: all
 # Every fuzz target from its seeds, FUZZ_SECONDS each.
 fuzz: setup
 	@cmake --preset asan
-	@cmake --build build/asan -j $(JOBS) --target fuzz
-	@./tests/fuzz/run build/asan/bin $(FUZZ_SECONDS)
+	@cmake --build build/sanitized -j $(JOBS) --target fuzz
+	@./tests/fuzz/run build/sanitized/bin $(FUZZ_SECONDS)
 
 # Which lines of src/ the tests run, by file.
 coverage: setup

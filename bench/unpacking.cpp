@@ -115,12 +115,11 @@ bool compare(const Unpacking& unpacking, const Shape& shape) {
 }
 
 bool run(const std::string& unpack, const fs::path& directory) {
-    bench::tellHeading("Unpacking an archive",
-                       "an archive of the session is unpacked as by a restore",
-                       "tar -x, chmod and chown; for memory the archive of one small file. \"Less "
-                       "the names\": less six times the text of the names in the archive, which is "
-                       "how often it is "
-                       "there while it is logged");
+    bench::tellHeading(
+        "Unpacking an archive", "an archive of the session is unpacked as by a restore",
+        "tar -x, chmod and chown; for memory the archive of one small file. \"Less the "
+        "names\": less six times their text, as often as it is there while it is "
+        "logged");
     const Cost small = Unpacking(unpack, directory, kSmall).measure();
     Comparison bigToSmall(kBig.name);
     Comparison manyToSmall("200,000 small files less the names");

@@ -45,6 +45,7 @@ void ClientDeployer::act(XmlNode node) const {
 
 void ClientDeployer::deployClientData(const XmlNode& node) const {
     showProgress();
+    // Made here, so that its place is this function and not a part of it.
     auto failed = EXC(FailedClientDeployment) % name_;
     guarded([&] { wrapped(failed, [&] { deployClientStuff(node); }); });
     if (!DeployActionSummarySkip(action())) {

@@ -1,7 +1,5 @@
 #include "restore/toolbox/deploy_doc_ability.h"
 
-#include <boost/algorithm/string/join.hpp>
-
 #include "commons/errors.h"
 #include "restore/toolbox/guard.h"
 #include "restore/toolbox/option_table.h"
@@ -38,11 +36,7 @@ std::string tDeployDocAbility::parseStatus(const XmlNode& node) {
     if (node.test("enabled")) {
         return "enabled";
     }
-    std::vector<std::string> words;
-    node.foreach (
-        "disabled-by/@name", [&words](const XmlNode& name) { words.push_back(name.str(".")); },
-        deploy_error_func);
-    return boost::algorithm::join(words, ",");
+    return *joined(node, "disabled-by/@name");
 }
 
 void tDeployDocAbility::addStatus(CmdLine& cmd, const XmlNode& node) {

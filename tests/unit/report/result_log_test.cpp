@@ -59,7 +59,10 @@ TEST_F(ResultLog, OnlyObjectsWithFailuresStay) {
             theLog->log(failure("next"));
         }
         EXPECT_THROW(leave("old.tst"), ExTraceable);
-        { const ObjectLogger clean("clean.tst", "domain"); }
+        {
+            const ObjectLogger other("other.tst", "domain");
+            theLog->log(failure("its own"));
+        }
         EXPECT_THROW(leave("dropped.tst"), ExTraceable);
         forgetFailure();
         theLog->log(failure("late"));
@@ -72,8 +75,9 @@ TEST_F(ResultLog, OnlyObjectsWithFailuresStay) {
                   "<object name=\"jo &amp; &quot;co&quot;\" type=\"client\"><object "
                   "name=\"bad.tst\" type=\"domain\"><object name=\"box\" type=\"mailname\">" +
                   message("&lt;b&gt;") + "</object>" + message("outer", message("middle", plain)) +
-                  "</object>" + message("on the way") + message("next") + message("late") +
-                  "</object></execution-result>\n");
+                  "</object>" + message("on the way") + message("next") +
+                  "<object name=\"other.tst\" type=\"domain\">" + message("its own") + "</object>" +
+                  message("late") + "</object></execution-result>\n");
     EXPECT_EQ(debugLog_.lines.back(), "++ silent.tst domain");
 }
 
