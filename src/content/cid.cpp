@@ -1,5 +1,7 @@
 #include "content/cid.h"
 
+#include <algorithm>
+
 #include "commons/errors.h"
 #include "report/debug_log.h"
 
@@ -90,6 +92,10 @@ std::vector<std::string> WholeContentCid::getIncludes() const {
         }
     }
     return includes;
+}
+
+bool WholeContentCid::holds(const RefferredCid& cid) const {
+    return std::find(referredCids_.begin(), referredCids_.end(), &cid) != referredCids_.end();
 }
 
 }  // namespace zelvo

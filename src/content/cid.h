@@ -78,6 +78,10 @@ class WholeContentCid : public Cid {
     // The offsets of the noted cids that have one, in the order of adding.
     std::vector<std::string> getIncludes() const;
 
+    bool hasReferredCids() const { return !referredCids_.empty(); }
+    // Whether this very cid was noted.
+    bool holds(const RefferredCid& cid) const;
+
   private:
     std::vector<RefferredCid*> referredCids_;
 };

@@ -5,6 +5,8 @@
 
 ERROR_TAG(CantCreateDirectory, "Can not create directory %1%: %2%");
 ERROR_TAG(CantStatFile, "Cannot stat %1%: %2%");
+ERROR_TAG(UnsafeName, "'%1%' can not be the name of %2%: %3%");
+ERROR_TAG(UnsuitableOwner, "'%1%' can not be the owner of content: %2%");
 ERROR_TAG(UnExpectedResult, "The resutl of operaion is unexpected: %1%");
 
 namespace zelvo {

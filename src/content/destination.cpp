@@ -12,7 +12,9 @@
 #include <vector>
 
 #include "commons/files.h"
+#include "content/beneath.h"
 #include "content/content_errors.h"
+#include "content/unsafe_name.h"
 
 namespace zelvo {
 
@@ -99,9 +101,18 @@ std::string aboveOffset(const std::string& destination, const std::string& offse
                                          : destination;
 }
 
+bool isSafeOffset(const std::string& offset) {
+    return !offset.starts_with('-') && !hasParentStep(offset) &&
+           offset.find('\n') == std::string::npos;
+}
+
 std::string getVhostDir(const std::string& domain) {
     try {
-        return files::getVhostDir(domain);
+        const std::string directory = files::getVhostDir(domain);
+        requireComponent(directory.substr(files::getVhostsDir().size() + 1), "a virtual host");
+        return directory;
+    } catch (const ExTraceable&) {
+        throw;
     } catch (const std::bad_alloc&) {
         throw EXC(IDNConversationError) % "Program failed due to exhausted memory";
     } catch (const std::exception& failure) {

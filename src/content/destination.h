@@ -17,8 +17,13 @@ void create_destdir(const std::string& path, uid_t owner, gid_t group, mode_t mo
 // a path inside, so it has to be unpacked above it. offset: may be empty.
 std::string aboveOffset(const std::string& destination, const std::string& offset);
 
+// True for a place inside an archive that can stand in a list of members: GNU tar takes a line that
+// begins with "-" for an option, and a line feed for the end of a member's name. Empty is safe.
+bool isSafeOffset(const std::string& offset);
+
 // The directory of a domain. domain: its name in UTF-8. Raises IDNConversationError for a name that
-// has no ASCII form.
+// has no ASCII form, UnsafeName for one whose ASCII form is no
+// single directory.
 std::string getVhostDir(const std::string& domain);
 
 }  // namespace zelvo

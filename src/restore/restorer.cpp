@@ -10,7 +10,7 @@
 #include "restore/key_value_lines.h"
 #include "restore/server/server_deployer.h"
 #include "restore/toolbox/addresses.h"
-#include "restore/toolbox/guard.h"
+#include "report/guard.h"
 #include "restore/toolbox/panel_command.h"
 #include "restore/toolbox/restore_errors.h"
 #include "restore/toolbox/run_settings.h"

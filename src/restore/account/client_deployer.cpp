@@ -4,9 +4,9 @@
 
 #include "commons/errors.h"
 #include "report/debug_log.h"
+#include "report/guard.h"
 #include "report/object_logger.h"
 #include "restore/domain/domain_deployer.h"
-#include "restore/toolbox/guard.h"
 #include "restore/toolbox/limit_number.h"
 #include "restore/toolbox/option_table.h"
 #include "restore/toolbox/panel_command.h"
@@ -82,7 +82,7 @@ void ClientDeployer::deployClientStuff(const XmlNode& node) const {
         }
         update(node, hasProperties ? &password : nullptr);
     } else if (DeployActionDelete()) {
-        runPanelCommand(GetClientCliUtil(), {"--remove", name_});
+        commandOn(GetClientCliUtil(), "--remove", name_).exec();
         return;
     }
     if (!DeployActionSummarySkip(action())) {
@@ -92,16 +92,18 @@ void ClientDeployer::deployClientStuff(const XmlNode& node) const {
 
 void ClientDeployer::convert() const {
     if (DeployActionConvertToClient()) {
-        runPanelCommand("reseller", {"--convert-to-client", name_});
+        commandOn("reseller", "--convert-to-client", name_).exec();
         changeOwner("client");
     }
     if (DeployActionConvertToReseller()) {
-        runPanelCommand("client", {"--convert-to-reseller", name_});
+        commandOn("client", "--convert-to-reseller", name_).exec();
     }
 }
 
 void ClientDeployer::changeOwner(const std::string& utility) const {
-    runPanelCommand(utility, {"--change-owner", name_, "-owner", ownerName_});
+    CliExec cmd = commandOn(utility, "--change-owner", name_);
+    cmd << "-owner" << ownerName_;
+    cmd.exec();
 }
 
 void ClientDeployer::create(const XmlNode& node, const std::string& contact,

@@ -4,11 +4,11 @@
 
 #include "commons/errors.h"
 #include "report/debug_log.h"
+#include "report/guard.h"
 #include "report/object_logger.h"
 #include "restore/domain/domain_suspender.h"
 #include "restore/objects/domain_template.h"
 #include "restore/toolbox/command_in_parts.h"
-#include "restore/toolbox/guard.h"
 #include "restore/toolbox/limit_number.h"
 #include "restore/toolbox/option_table.h"
 #include "restore/toolbox/panel_command.h"
@@ -96,7 +96,9 @@ tDomainDeployer::TemplateRules tDomainDeployer::templateRules(const XmlNode& nod
 
 void tDomainDeployer::deployDomain(const XmlNode& node, const TemplateRules& rules) const {
     if (DeployActionChangeOwner()) {
-        runPanelCommand("domain", {"--change-owner", domain_.name, "-owner", domain_.owner});
+        CliExec cmd = commandOn("domain", "--change-owner", domain_.name);
+        cmd << "-owner" << domain_.owner;
+        cmd.exec();
     }
     if (DeployActionCreate()) {
         createDomain(node, rules);
@@ -105,7 +107,7 @@ void tDomainDeployer::deployDomain(const XmlNode& node, const TemplateRules& rul
         appendOptions(node, cmd, {kGuid, kCreationDate});
         cmd.exec();
     } else if (DeployActionDelete()) {
-        runPanelCommand("domain", {"--remove", domain_.name});
+        commandOn("domain", "--remove", domain_.name).exec();
     }
 }
 
@@ -168,7 +170,7 @@ void tDomainDeployer::deployServices(const XmlNode& node) const {
 }
 
 void tDomainDeployer::deployMailLists(const XmlNode& maillists) const {
-    CliExec cmd = panelCommand("maillist", {"--update-service", domain_.name});
+    CliExec cmd = commandOn("maillist", "--update-service", domain_.name);
     addStatus(cmd, maillists.getNode("status"));
     cmd.exec();
     reportUnsupported(maillists, "maillist");
@@ -243,7 +245,9 @@ void tDomainDeployer::setStatus(const XmlNode& node) const {
 
 void tDomainDeployer::setGuid(const XmlNode& node) const {
     if (node.test("@guid")) {
-        runPanelCommand("domain", {"--update", domain_.name, "-guid", node.str("@guid")});
+        CliExec cmd = updateCommand("domain", domain_.name);
+        appendOptions(node, cmd, {{"-guid", "@guid"}});
+        cmd.exec();
     }
 }
 

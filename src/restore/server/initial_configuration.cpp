@@ -3,8 +3,8 @@
 #include <map>
 
 #include "report/debug_log.h"
+#include "report/guard.h"
 #include "restore/toolbox/addresses.h"
-#include "restore/toolbox/guard.h"
 #include "restore/toolbox/panel_command.h"
 #include "restore/toolbox/passwd.h"
 #include "restore/toolbox/walk.h"

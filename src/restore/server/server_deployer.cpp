@@ -1,7 +1,7 @@
 #include "restore/server/server_deployer.h"
 
+#include "report/guard.h"
 #include "restore/server/initial_configuration.h"
-#include "restore/toolbox/guard.h"
 #include "restore/toolbox/run_settings.h"
 
 namespace zelvo {

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "restore/toolbox/guard.h"
+#include "report/guard.h"
 
 namespace zelvo {
 

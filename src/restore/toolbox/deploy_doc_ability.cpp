@@ -1,7 +1,7 @@
 #include "restore/toolbox/deploy_doc_ability.h"
 
 #include "commons/errors.h"
-#include "restore/toolbox/guard.h"
+#include "report/guard.h"
 #include "restore/toolbox/option_table.h"
 #include "restore/toolbox/panel_command.h"
 
@@ -63,7 +63,9 @@ void tDeployDocAbility::tryInstallSkin(const XmlNode& node, const std::string& u
                                        const std::string& name) {
     if (node.test("@skin")) {
         debugLogged([&] {
-            runPanelCommand(utility, {"--update", name, "-skin", node.str("@skin")});
+            CliExec cmd = updateCommand(utility, name);
+            appendOptions(node, cmd, {{"-skin", "@skin"}});
+            cmd.exec();
         });
     }
 }

@@ -14,6 +14,10 @@ struct DomainInfo {
     std::string address;
     // The address belongs to one account alone.
     bool hasExclusiveAddress = false;
+    // The directory of its virtual host, and the system user that owns what is in it, by its name
+    // in the dump. Empty where the domain has no hosting of its own.
+    std::string vhostDir = {};
+    std::string systemUser = {};
 };
 
 }  // namespace zelvo

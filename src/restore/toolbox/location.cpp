@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "restore/toolbox/guard.h"
+#include "report/guard.h"
 #include "restore/toolbox/panel_command.h"
 #include "xml/tool_answers.h"
 

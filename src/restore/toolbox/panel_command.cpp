@@ -1,6 +1,7 @@
 #include "restore/toolbox/panel_command.h"
 
 #include "commons/files.h"
+#include "content/content_errors.h"
 
 namespace zelvo {
 
@@ -12,12 +13,19 @@ CliExec panelCommand(const std::string& utility, std::initializer_list<std::stri
     return cmd;
 }
 
+CliExec commandOn(const std::string& utility, const std::string& verb, const std::string& name) {
+    if (name.starts_with('-')) {
+        throw EXC(UnsafeName) % name % "an object" % "it looks like an option";
+    }
+    return panelCommand(utility, {verb, name});
+}
+
 CliExec createCommand(const std::string& utility, const std::string& name) {
-    return panelCommand(utility, {"--create", name});
+    return commandOn(utility, "--create", name);
 }
 
 CliExec updateCommand(const std::string& utility, const std::string& name) {
-    return panelCommand(utility, {"--update", name});
+    return commandOn(utility, "--update", name);
 }
 
 CliExec optionalUpdate(const std::string& utility, const std::string& name) {

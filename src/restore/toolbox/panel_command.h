@@ -13,7 +13,10 @@ namespace zelvo {
 // The panel's utility with these first arguments, ready to take more.
 CliExec panelCommand(const std::string& utility, std::initializer_list<std::string> head = {});
 
-// "UTILITY --create NAME".
+// "UTILITY VERB NAME". Raises UnsafeName for a name that the utility would take for an option.
+CliExec commandOn(const std::string& utility, const std::string& verb, const std::string& name);
+
+// These raise it too: "UTILITY --create NAME".
 CliExec createCommand(const std::string& utility, const std::string& name);
 
 // "UTILITY --update NAME", which runs whatever follows.

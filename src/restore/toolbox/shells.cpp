@@ -8,7 +8,7 @@
 
 #include "commons/files.h"
 #include "report/debug_log.h"
-#include "restore/toolbox/guard.h"
+#include "report/guard.h"
 #include "restore/toolbox/panel_command.h"
 
 namespace zelvo {

@@ -5,7 +5,7 @@
 namespace zelvo {
 
 void loadTraffic(const std::string& word, const std::string& name, const XmlNode& traffic) {
-    CliExec cmd = panelCommand("traffic", {word, name});
+    CliExec cmd = commandOn("traffic", word, name);
     cmd.stdin += traffic.str(".");
     cmd.exec();
 }

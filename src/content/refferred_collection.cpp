@@ -1,0 +1,41 @@
+#include "content/refferred_collection.h"
+
+#include <utility>
+
+#include "content/destination.h"
+#include "report/debug_log.h"
+#include "report/guard.h"
+
+namespace zelvo {
+
+RefferredCidCollection::RefferredCidCollection(const XmlNode& node, const std::string& wholeType,
+                                               const Lines& lines)
+    : lines_(lines), whole_(node, wholeType) {}
+
+void RefferredCidCollection::addToExtract(std::unique_ptr<RefferredCid> cid) {
+    if (cid == nullptr || cid->type.empty()) {
+        return;
+    }
+    if (isSafeOffset(cid->offset)) {
+        whole_.addReferredCid(cid.get());
+    }
+    toExtract_.push_back(std::move(cid));
+}
+
+void RefferredCidCollection::Extract(ContentUnpacker& unpacker) {
+    theDebugLog->log(std::string(lines_.begin));
+    if (!whole_.type.empty() && whole_.hasReferredCids()) {
+        theDebugLog->log(std::string(lines_.whole));
+        guarded([&] { extractWhole(unpacker, whole_, whole_.getIncludes()); });
+    }
+    for (const auto& cid : toExtract_) {
+        if (whole_.holds(*cid)) {
+            finishPart(*cid);
+        } else {
+            extractPart(unpacker, *cid);
+        }
+    }
+    theDebugLog->log(std::string(lines_.end));
+}
+
+}  // namespace zelvo
