@@ -221,4 +221,16 @@ std::string quoteWord(std::string_view word) {
 
 std::vector<Word> splitWords(std::string_view line) { return Splitter(line).run(); }
 
+std::vector<std::string_view> splitText(std::string_view text, char separator) {
+    std::vector<std::string_view> parts;
+    for (;;) {
+        const std::size_t end = text.find(separator);
+        parts.push_back(text.substr(0, end));
+        if (end == std::string_view::npos) {
+            return parts;
+        }
+        text.remove_prefix(end + 1);
+    }
+}
+
 }  // namespace sandbox

@@ -25,4 +25,7 @@ std::string quoteWord(std::string_view word);
 // or an escape that does not exist.
 std::vector<Word> splitWords(std::string_view line);
 
+// The parts between the separators, one more than there are of these.
+std::vector<std::string_view> splitText(std::string_view text, char separator);
+
 }  // namespace sandbox

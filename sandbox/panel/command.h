@@ -80,7 +80,10 @@ consteval Commands rowsOf(const Command (&rows)[N]) {
 Commands accountCommands();
 Commands addressCommands();
 Commands domainCommands();
+Commands hostingCommands();
 Commands serverCommands();
+Commands serviceCommands();
 Commands templateCommands();
+Commands zoneCommands();
 
 }  // namespace sandbox

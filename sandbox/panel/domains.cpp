@@ -71,8 +71,6 @@ constexpr Command kRows[] = {
     {"domain_pref", "-d", Shape::kName, "domain", kOwner, makeDefaultDomain},
     {"domadmin", "--update", Shape::kName, "domain", kOwner, updateObject},
     {"maillist", "--update-service", Shape::kName, "domain", kOwner, updateObject},
-    {"subdomain", "--create", Shape::kName, "subdomain", kEachDomain, createObject},
-    {"subdomain", "--update", Shape::kName, "subdomain", kEachDomain, updateObject},
     {kHandler, "suspend", Shape::kWords, "domain", kOwner, setSuspended},
     {kHandler, "unsuspend", Shape::kWords, "domain", kOwner, setSuspended},
 };

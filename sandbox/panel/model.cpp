@@ -192,6 +192,10 @@ void Model::setGuid(const Object& object, std::string_view guid) {
     Query(*this, "UPDATE object SET guid=? WHERE id=?", {guid, object.id}).next();
 }
 
+void Model::setName(const Object& object, std::string_view name) {
+    Query(*this, "UPDATE object SET name=? WHERE id=?", {name, object.id}).next();
+}
+
 void Model::setKind(const Object& object, std::string_view kind) {
     Query(*this,
           "UPDATE OR REPLACE option SET tool = ?1 || substr(tool, length(?2) + 1)"
@@ -213,6 +217,18 @@ void Model::addOption(const Object& object, const Option& option) {
           " WHERE object=?1 AND tool=?2 AND name=?3",
           {object.id, option.tool, option.name, option.value})
         .next();
+}
+
+void Model::setList(const Object& object, std::string_view tool, std::string_view name,
+                    const std::vector<std::string>& values) {
+    Query(*this, "DELETE FROM option WHERE object=? AND tool=? AND name=?", {object.id, tool, name})
+        .next();
+    std::int64_t place = 0;
+    for (const std::string& value : values) {
+        Query(*this, "INSERT INTO option VALUES (?, ?, ?, ?, ?)",
+              {object.id, tool, name, place++, value})
+            .next();
+    }
 }
 
 std::optional<std::string> Model::option(const Object& object, std::string_view tool,

@@ -57,6 +57,7 @@ class Model {
     void erase(const Object& object);  // with all that hangs on it
     void setParent(const Object& object, const Object& parent);
     void setGuid(const Object& object, std::string_view guid);
+    void setName(const Object& object, std::string_view name);
     // What the utilities "KIND" and "KIND_..." set is then set by those of the new kind.
     void setKind(const Object& object, std::string_view kind);
 
@@ -64,6 +65,9 @@ class Model {
     void setOption(const Object& object, const Option& option);
     // Puts a value behind those of the same tool and name.
     void addOption(const Object& object, const Option& option);
+    // Puts these values in place of those of the same tool and name.
+    void setList(const Object& object, std::string_view tool, std::string_view name,
+                 const std::vector<std::string>& values);
     std::optional<std::string> option(const Object& object, std::string_view tool,
                                       std::string_view name);
     // By tool, then name; the values of one name in the order in which they were added.

@@ -29,8 +29,9 @@ struct Found {
 
 Found lookUp(const Call& call) {
     Found found;
-    for (const Commands rows : {accountCommands(), domainCommands(), addressCommands(),
-                                templateCommands(), serverCommands()}) {
+    for (const Commands rows :
+         {accountCommands(), domainCommands(), hostingCommands(), serviceCommands(), zoneCommands(),
+          addressCommands(), templateCommands(), serverCommands()}) {
         for (const Command& row : rows) {
             if (row.utility != call.utility) {
                 continue;

@@ -79,7 +79,7 @@ constexpr std::pair<std::string_view, std::string_view> kRefused[] = {
     {"objectInfo --getinfo -property-names name -guid g2", "there is no object with guid g2"},
     {"ip_pool --add 192.0.2.1 -type shared -owner bob", "ip 192.0.2.1 does not exist"},
     {"domain --destroy a.com", "unknown command --destroy"},
-    {"dns --off a.com", "unknown utility dns"}};
+    {"autoresponder --off a.com", "unknown utility autoresponder"}};
 
 // Catches: a panel that takes what a real one would not.
 TEST(Refusals, SayWhyAndChangeNothing) {
@@ -97,7 +97,7 @@ TEST(Refusals, SayWhyAndChangeNothing) {
         EXPECT_EQ(box.panel(), held) << call;
     }
     box.writeFile("accept-unknown", "");
-    EXPECT_EQ(box.runCommand(utility("dns", {"--off", "a.com"})).exitStatus, 0);
+    EXPECT_EQ(box.runCommand(utility("autoresponder", {"--off", "a.com"})).exitStatus, 0);
 }
 
 TEST(Panel, RemembersWhatItWasTold) {

@@ -1,0 +1,202 @@
+// The utilities of the small things that accounts and domains have: certificates, buttons, cron
+// tables, Java applications and the filters of web statistics.
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <optional>
+
+#include "files.h"
+#include "panel/command.h"
+#include "panel/objects.h"
+#include "panel/system_users.h"
+#include "words.h"
+
+namespace sandbox {
+
+namespace {
+
+std::string readNow(const std::string& path) {
+    const auto text = readFile(path);
+    if (!text) {
+        throw Refusal("there is no file " + quoteWord(path));
+    }
+    return *text;
+}
+
+// ---- certificates --------------------------------------------------------
+
+Object certificateRepository(Model& model, const Request& request) {
+    if (request.option("admin") != nullptr) {
+        return theServer(model, request);
+    }
+    return domainOption(model, request);
+}
+
+constexpr ParentRule kRepository{"domain", certificateRepository};
+constexpr char kRepositoryFlags[] = "admin default";
+
+// Reads what only the panel's own user may read: a key that others could read for a moment is no
+// secret any more.
+std::string readSecret(const std::string& path) {
+    const Fd fd(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW));
+    struct stat status {};
+    if (!fd || fstat(fd.get(), &status) != 0) {
+        throw Refusal("there is no file " + quoteWord(path));
+    }
+    const auto panel = systemUserIds("qrdadm");
+    if (!panel || status.st_uid != panel->user || (status.st_mode & 07777) != 0600) {
+        throw Refusal(quoteWord(path) + " must be qrdadm's alone");
+    }
+    return readAll(fd.get());
+}
+
+// Of a file its size is kept.
+Answer createCertificate(Model& model, const Request& request) {
+    createObject(model, request);
+    const Object certificate = requestedObject(model, request);
+    for (const char* name : {"cert-file", "key-file", "csr-file", "cacert-file"}) {
+        if (const std::string* path = request.option(name)) {
+            model.setOption(certificate, {"certificate", name,
+                                          std::to_string(readSecret(*path).size()) + " bytes"});
+        }
+    }
+    return {};
+}
+
+Answer renameCertificate(Model& model, const Request& request) {
+    const Object certificate = requestedObject(model, request);
+    const std::string& name = request.neededOption("new-name");
+    if (model.find("certificate", name, model.at(certificate.parent))) {
+        throw Refusal("certificate " + quoteWord(name) + " exists already");
+    }
+    model.setName(certificate, name);
+    return {};
+}
+
+// ---- buttons -------------------------------------------------------------
+
+// Whoever sees the button: the administrator, an account, a domain or a mail user.
+Object buttonOwner(Model& model, const Request& request) {
+    const std::string& owner = request.neededOption("owner");
+    if (owner == kAdminName) {
+        return theAdmin(model, request);
+    }
+    if (const auto account = findAccount(model, owner)) {
+        return *account;
+    }
+    if (const auto user = model.find("mail", owner)) {
+        return *user;
+    }
+    return existing(model, "domain", owner.substr(owner.find('@') + 1));
+}
+
+constexpr ParentRule kButtonOwner{"owner", buttonOwner, Unique::kOnPanel};
+
+std::string nextButtonId(Model& model) {
+    const Object server = model.at(Model::kServer);
+    const std::string last = model.option(server, "custombutton", "last-id").value_or("0");
+    const std::string next = std::to_string(std::stol(last) + 1);
+    model.setOption(server, {"custombutton", "last-id", next});
+    return next;
+}
+
+Answer buttonId(const std::string& id) {
+    return {0, "<?xml version=\"1.0\"?>\n<custombutton-id>" + id + "</custombutton-id>\n", ""};
+}
+
+Answer createButton(Model& model, const Request& request) {
+    if (const std::string* icon = request.option("file")) {
+        readNow(*icon);
+    }
+    const Object owner = buttonOwner(model, request);
+    const Object button = model.insert("custombutton", nextButtonId(model), owner);
+    storeOptions(model, button, request);
+    return request.option("print-id") != nullptr ? buttonId(button.name) : Answer{};
+}
+
+Answer someButtonId() { return buttonId("1"); }
+
+// ---- cron tables ---------------------------------------------------------
+
+// "set FILE USER"
+Answer setCronTable(Model& model, const Request& request) {
+    if (request.words.size() != 1) {
+        throw Refusal("a file and a user are needed");
+    }
+    const std::string table = readNow(request.name);
+    const Object server = model.at(Model::kServer);
+    const std::string& user = request.words.front();
+    const auto known = model.find("crontab", user, server);
+    model.setOption(known ? *known : model.insert("crontab", user, server),
+                    {"crontabmng", "table", table});
+    return {};
+}
+
+// ---- Java applications ---------------------------------------------------
+
+// "--install PATH": an application has the name of its archive.
+Answer installApplication(Model& model, const Request& request) {
+    readNow(request.name);
+    const std::string file = request.name.substr(request.name.rfind('/') + 1);
+    const std::string name = file.substr(0, file.rfind('.'));
+    const Object domain = domainOption(model, request);
+    if (model.find("webapp", name, domain)) {
+        throw Refusal("webapp " + quoteWord(name) + " exists already");
+    }
+    model.insert("webapp", name, domain);
+    return {};
+}
+
+// ---- web statistics ------------------------------------------------------
+
+constexpr const char* kFilters[] = {"hidden_direct", "hidden", "group"};
+
+Answer removeFilters(Model& model, const Request& request) {
+    const Object domain = requestedObject(model, request);
+    for (const char* type : kFilters) {
+        model.setList(domain, "webstat", type, {});
+    }
+    return {};
+}
+
+Answer addFilter(Model& model, const Request& request) {
+    const std::string& type = request.neededOption("type");
+    std::string value = "true";
+    if (type == "hidden" || type == "group") {
+        value = quoteWord(request.neededOption("url"));
+    } else if (type != "hidden_direct") {
+        throw Refusal("unknown type " + quoteWord(type));
+    }
+    if (type == "group") {
+        value = quoteWord(request.neededOption("group")) + " " + value;
+    }
+    model.addOption(requestedObject(model, request), {"webstat", type, value});
+    return {};
+}
+
+constexpr Command kRows[] = {
+    {"certificate", "--create", Shape::kName, "certificate", kRepository, createCertificate,
+     nullptr, kRepositoryFlags},
+    {"certificate", "--update", Shape::kName, "certificate", kRepository, renameCertificate,
+     nullptr, kRepositoryFlags},
+    {"certificate", "--remove", Shape::kName, "certificate", kRepository, removeObject, nullptr,
+     kRepositoryFlags},
+    {"custombutton", "--create", Shape::kOptions, "custombutton", kButtonOwner, createButton,
+     someButtonId, "print-id"},
+    {"custombutton", "--remove", Shape::kName, "custombutton", kButtonOwner, removeObject},
+    {"crontabmng", "set", Shape::kWords, "", kServer, setCronTable},
+    {"tomcat", "--update-service", Shape::kName, "domain", kOwner, updateObject, nullptr,
+     "no-restart"},
+    {"tomcat", "--install", Shape::kName, "webapp", kEachDomain, installApplication, nullptr,
+     "no-restart"},
+    {"tomcat", "--update", Shape::kName, "webapp", kEachDomain, updateObject, nullptr,
+     "no-restart"},
+    {"webstat", "--del-all", Shape::kName, "domain", kOwner, removeFilters},
+    {"webstat", "-a", Shape::kName, "domain", kOwner, addFilter},
+};
+
+}  // namespace
+
+Commands serviceCommands() { return rowsOf(kRows); }
+
+}  // namespace sandbox
