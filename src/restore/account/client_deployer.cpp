@@ -7,6 +7,7 @@
 #include "report/guard.h"
 #include "report/object_logger.h"
 #include "restore/domain/domain_deployer.h"
+#include "restore/objects/custom_button.h"
 #include "restore/toolbox/limit_number.h"
 #include "restore/toolbox/option_table.h"
 #include "restore/toolbox/panel_command.h"
@@ -149,7 +150,10 @@ void ClientDeployer::deployProperties(const XmlNode& node) const {
         guarded([&] { loadTraffic("--add-batch-user", name_, node.getNode("traffic")); });
     }
     reportUnsupported(node, "preferences/domain-template");
-    reportUnsupported(node, "preferences/custom-button");
+    node.foreach (
+        "preferences/custom-button",
+        [this](const XmlNode& button) { CustomButtonDeployer(name_).act(button); },
+        deploy_error_func);
     if (node.test("properties/wz-reseller")) {
         guarded([&] { deploySiteWizard(node.getNode("properties/wz-reseller")); });
     }

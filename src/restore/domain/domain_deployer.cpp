@@ -7,6 +7,9 @@
 #include "report/guard.h"
 #include "report/object_logger.h"
 #include "restore/domain/domain_suspender.h"
+#include "restore/domain/tomcat.h"
+#include "restore/objects/certificate.h"
+#include "restore/objects/custom_button.h"
 #include "restore/objects/domain_template.h"
 #include "restore/toolbox/command_in_parts.h"
 #include "restore/toolbox/limit_number.h"
@@ -166,7 +169,9 @@ void tDomainDeployer::deployServices(const XmlNode& node) const {
     if (node.test("maillists")) {
         guarded([&] { deployMailLists(node.getNode("maillists")); });
     }
-    reportUnsupported(node, "tomcat");
+    node.foreach (
+        "tomcat", [this](const XmlNode& tomcat) { TomcatDeployer(domain_.name).act(tomcat); },
+        deploy_error_func);
 }
 
 void tDomainDeployer::deployMailLists(const XmlNode& maillists) const {
@@ -205,8 +210,14 @@ void tDomainDeployer::deployExtras(const XmlNode& node, const DomainInfo& hosted
     if (node.test("traffic")) {
         guarded([&] { loadTraffic("--add-batch", domain_.name, node.getNode("traffic")); });
     }
-    reportUnsupported(node, "certificates/certificate");
-    reportUnsupported(node, "preferences/custom-button");
+    node.foreach (
+        "certificates/certificate",
+        [this](const XmlNode& certificate) { CertificateDeployer(domain_.name).act(certificate); },
+        deploy_error_func);
+    node.foreach (
+        "preferences/custom-button",
+        [this](const XmlNode& button) { CustomButtonDeployer(domain_.name).act(button); },
+        deploy_error_func);
     if (node.test("preferences/default-domain") && !hosted.address.empty()) {
         IPDefaultDomains[hosted.address] = domain_.name;
     }

@@ -1,12 +1,11 @@
 #include "restore/objects/cron.h"
 
-#include <ostream>
 #include <utility>
 
 #include "commons/files.h"
 #include "content/content_owner.h"
 #include "exec/log_exec_cmd.h"
-#include "exec/tmp_file.h"
+#include "restore/toolbox/panel_file.h"
 
 namespace zelvo {
 
@@ -14,8 +13,8 @@ CronDeployer::CronDeployer(std::string systemUser) : systemUser_(std::move(syste
 
 void CronDeployer::act(XmlNode node) const {
     const std::string owner = contentOwner(systemUser_);
-    RMKTmpFile table(files::getTmpDir(), "rmk-cron-", true);
-    table << node.str("text()") << std::flush;
+    PanelFile table("rmk-cron-");
+    table.write(node.str("text()"));
     tLogExecCmd cmd(files::getZelvoUtilityPath("crontabmng"));
     cmd << "set" << table.path() << owner;
     cmd.exec();

@@ -15,7 +15,8 @@ class CronDeployer : public XmlDeployDocAbility {
 
     using XmlDeployDocAbility::act;
     // Replaces the user's table by the text of the element. Raises UnsuitableOwner for a user who
-    // cannot have one, SystemError when there is no room for the table, and ExecCmd::Failed.
+    // cannot have one, CantCreateTempFile and CantWriteTempFile when there is no room for the
+    // table, which then stays as it was, and ExecCmd::Failed.
     void act(XmlNode node) const override;
 
   private:

@@ -15,3 +15,4 @@ ERROR_TAG(ResumeDomainFailed,
           "resume it manually. Error message: %1%");
 ERROR_TAG(ClientDoesNotExist, "Client %1% does not exist, but is expected to.");
 ERROR_TAG(UnknownParentClassObject, "Cannot find parent with guid '%1%' ['%2%'].");
+ERROR_TAG(CantWriteTempFile, "Can not write temporary file '%1%': %2%.");
