@@ -15,6 +15,7 @@
 #include "content/beneath.h"
 #include "content/content_errors.h"
 #include "content/unsafe_name.h"
+#include "lib/idn.h"
 
 namespace zelvo {
 
@@ -76,6 +77,20 @@ void makeOne(const std::string& path, uid_t owner, gid_t group, mode_t mode) {
     std::ignore = lchown(path.c_str(), owner, group);
 }
 
+// What is made of the ASCII form of a name. A name without one costs its object and not the run.
+template <class Make>
+std::string ofAscii(Make&& make) {
+    try {
+        return make();
+    } catch (const ExTraceable&) {
+        throw;
+    } catch (const std::bad_alloc&) {
+        throw EXC(IDNConversationError) % "Program failed due to exhausted memory";
+    } catch (const std::exception& failure) {
+        throw EXC(IDNConversationError) % failure.what();
+    }
+}
+
 }  // namespace
 
 void create_destdir(const std::string& path, uid_t owner, gid_t group, mode_t mode) {
@@ -107,17 +122,14 @@ bool isSafeOffset(const std::string& offset) {
 }
 
 std::string getVhostDir(const std::string& domain) {
-    try {
-        const std::string directory = files::getVhostDir(domain);
-        requireComponent(directory.substr(files::getVhostsDir().size() + 1), "a virtual host");
-        return directory;
-    } catch (const ExTraceable&) {
-        throw;
-    } catch (const std::bad_alloc&) {
-        throw EXC(IDNConversationError) % "Program failed due to exhausted memory";
-    } catch (const std::exception& failure) {
-        throw EXC(IDNConversationError) % failure.what();
-    }
+    const std::string directory = ofAscii([&] { return files::getVhostDir(domain); });
+    requireComponent(directory.substr(files::getVhostsDir().size() + 1), "a virtual host");
+    return directory;
+}
+
+std::string getSubdomainDir(const std::string& vhostDir, const std::string& name) {
+    const std::string ascii = ofAscii([&] { return idn::toAscii(name); });
+    return vhostDir + "/subdomains/" + requireComponent(ascii, "a subdomain");
 }
 
 }  // namespace zelvo

@@ -22,8 +22,11 @@ std::string aboveOffset(const std::string& destination, const std::string& offse
 bool isSafeOffset(const std::string& offset);
 
 // The directory of a domain. domain: its name in UTF-8. Raises IDNConversationError for a name that
-// has no ASCII form, UnsafeName for one whose ASCII form is no
-// single directory.
+// has no ASCII form, UnsafeName for one whose ASCII form is no single directory.
 std::string getVhostDir(const std::string& domain);
+
+// The directory of a subdomain. vhostDir: that of its domain. name: the part before the domain, in
+// UTF-8. Raises the same.
+std::string getSubdomainDir(const std::string& vhostDir, const std::string& name);
 
 }  // namespace zelvo

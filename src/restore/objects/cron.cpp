@@ -5,6 +5,7 @@
 #include "commons/files.h"
 #include "content/content_owner.h"
 #include "exec/log_exec_cmd.h"
+#include "report/error_functions.h"
 #include "restore/toolbox/panel_file.h"
 
 namespace zelvo {
@@ -18,6 +19,12 @@ void CronDeployer::act(XmlNode node) const {
     tLogExecCmd cmd(files::getZelvoUtilityPath("crontabmng"));
     cmd << "set" << table.path() << owner;
     cmd.exec();
+}
+
+void deployCronTables(const XmlNode& sysuser) {
+    const CronDeployer table(sysuser.str("@name"));
+    sysuser.foreach (
+        "cron", [&table](const XmlNode& cron) { table.act(cron); }, deploy_error_func);
 }
 
 }  // namespace zelvo

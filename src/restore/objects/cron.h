@@ -23,4 +23,7 @@ class CronDeployer : public XmlDeployDocAbility {
     std::string systemUser_;
 };
 
+// Restores the tables below a `sysuser` element for that user; each failure is told.
+void deployCronTables(const XmlNode& sysuser);
+
 }  // namespace zelvo
