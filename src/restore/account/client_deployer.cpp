@@ -15,6 +15,7 @@
 #include "restore/toolbox/run_settings.h"
 #include "restore/toolbox/traffic.h"
 #include "restore/toolbox/walk.h"
+#include "restore/toolbox/whole_number.h"
 
 namespace zelvo {
 
@@ -164,7 +165,7 @@ void ClientDeployer::deployLimits(const XmlNode& node) const {
     try {
         forEachNode(node, "limits-and-permissions/limit",
                     [&](const XmlNode& limit) { setLimit(cmd, limit); });
-    } catch (const LimitConversionError& error) {
+    } catch (const NumberConversionError& error) {
         // A limit that is no number costs this command and not the run.
         throw EXC(AssertionFailed) % error.what();
     }

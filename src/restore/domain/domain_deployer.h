@@ -22,7 +22,7 @@ class tDomainDeployer : public XmlDeployDocAbility, public tDeployAction {
     // Restores the domain. Raises FailedDomainDeployment around what cost the whole domain,
     // SkipDomainDueToTemplateHosting for a domain that the template in force does not fit, what
     // asking for that template, setting the guid or saving the progress raises, and
-    // LimitConversionError, which ends the run; the failures of its parts are told.
+    // NumberConversionError, which ends the run; the failures of its parts are told.
     void act(XmlNode node) const override;
 
   private:
