@@ -10,6 +10,7 @@ TEST(Domains, AreRestoredInTheirOrder) { runCases("domains/whole.txt"); }
 TEST(Domains, FailNoFurtherThanTheyMust) { runCases("domains/failing.txt"); }
 TEST(Domains, AreResumedOnEveryWayOut) { runCases("domains/suspended.txt"); }
 TEST(Domains, FollowTheirTemplate) { runCases("domains/templated.txt"); }
+TEST(Domains, HaveTheirZones) { runCases("domains/zones.txt"); }
 
 // Catches: a word that follows the accounts' rule in place of the domains' own.
 TEST(Domains, AreChangedAsTheWordSays) {
@@ -17,6 +18,7 @@ TEST(Domains, AreChangedAsTheWordSays) {
     const std::string settings =
         "domain_pref --update a.example -max_box 1 -expiration 9\n"
         "domain_pref --update a.example -www true\n"
+        "dns --set-slave a.example\n"
         "traffic --add-batch a.example <<<1\n"
         "domain_pref --update a.example -expiration 9\n";
     const std::string marks =
@@ -39,7 +41,8 @@ TEST(Domains, AreChangedAsTheWordSays) {
             std::string(word) +
             "'><limits-and-permissions><limit name='max_box'>1</limit>"
             "<limit name='expiration'>9</limit></limits-and-permissions>"
-            "<properties><status><enabled/></status></properties><traffic>1</traffic></domain>";
+            "<properties><dns-zone type='slave'/>"
+            "<status><enabled/></status></properties><traffic>1</traffic></domain>";
         runCase({word,
                  {{"before", "client --create old\ndomain --create a.example -owner old\n"},
                   {"options", "--skip-xsd"},
@@ -50,17 +53,50 @@ TEST(Domains, AreChangedAsTheWordSays) {
 
 // Catches: a domain that stays suspended, and a success that is none. A number that is none is no
 // failure of an object.
-TEST(Domains, EndTheRunByALimitThatIsNoNumber) {
-    Sandbox box;
-    prepare(box, {"",
-                  {{"before", "domain --create a.example\n"},
-                   {"dump",
-                    "<domain name='a.example' deployer-action='update'><limits-and-permissions>"
-                    "<limit name='max_box'>1</limit><limit name='disk_space'>abc</limit>"
-                    "</limits-and-permissions></domain><domain name='b.example'/>"}}});
-    box.failsWith(1, "Uncaught std::exception: ", Sandbox::deployment("--suspend"));
-    EXPECT_EQ(callsOf(box), "$suspend a.example\ndomain --update a.example\n$resume a.example\n");
-    EXPECT_EQ(outcomeOf(box), "error\n");
+TEST(Domains, EndTheRunByANumberThatIsNone) {
+    struct Row {
+        std::string held;
+        std::string calls;
+        std::string said;
+    };
+    const Row kRows[] = {
+        {"<limits-and-permissions><limit name='max_box'>1</limit>"
+         "<limit name='disk_space'>abc</limit></limits-and-permissions>",
+         "", "The value of the limit 'Domain a.example disk_space' is not a number: 'abc'"},
+        {"<properties><dns-zone type='slave'><dns-zone-param name='x' value='1h'/></dns-zone>"
+         "</properties>",
+         "domain_pref --update a.example -www true\ndns --set-slave a.example\n",
+         "The value of the zone parameter 'x' is not a number: '1h'"}};
+    for (const Row& row : kRows) {
+        Sandbox box;
+        prepare(box, {"",
+                      {{"before", "domain --create a.example\n"},
+                       {"dump", "<domain name='a.example' deployer-action='update'>" + row.held +
+                                    "</domain><domain name='b.example'/>"}}});
+        box.failsWith(1, "Uncaught std::exception: " + row.said, Sandbox::deployment("--suspend"));
+        EXPECT_EQ(callsOf(box), "$suspend a.example\ndomain --update a.example\n" + row.calls +
+                                    "$resume a.example\n");
+        EXPECT_EQ(outcomeOf(box), "error\n");
+    }
+}
+
+// Catches: a zone that is lost without a trace, since no program takes an argument of more than 128
+// KiB, its end included.
+TEST(Domains, TellOfAZoneThatIsTooLongForAnArgument) {
+    const auto zone = [](std::size_t bytes) {
+        return std::string("<dns-zone type='slave'><dnsrec type='master' src='") +
+               std::string(bytes - std::string("master,;").size(), '1') + "'/></dns-zone>";
+    };
+    runCase({"",
+             {{"dump",
+               "<domain name='a.example'><properties>" + zone(131072) + "</properties></domain>"},
+              {"calls",
+               "domain --create a.example -owner admin -notify false\n"
+               "domain_pref --update a.example -www true\n"
+               "dns --set-slave a.example\n"},
+              {"log",
+               "The records of the zone a.example, a list of 131072 bytes, were not saved\n"
+               "DNS zone deployment was failed\n"}}});
 }
 
 struct Part {

@@ -10,6 +10,7 @@
 #include "restore/domain/tomcat.h"
 #include "restore/objects/certificate.h"
 #include "restore/objects/custom_button.h"
+#include "restore/objects/dns_zone.h"
 #include "restore/objects/domain_template.h"
 #include "restore/toolbox/command_in_parts.h"
 #include "restore/toolbox/limit_number.h"
@@ -95,6 +96,11 @@ tDomainDeployer::TemplateRules tDomainDeployer::templateRules(const XmlNode& nod
                          " has hosting. Continuing hosting deployment using domain parameters");
     }
     return {!templateHasHosting, templateHasHosting};
+}
+
+std::optional<bool> tDomainDeployer::templateWebmail() {
+    return templateInForce() ? std::optional(domainTemplateWebmailStatus(domainTemplate))
+                             : std::nullopt;
 }
 
 void tDomainDeployer::deployDomain(const XmlNode& node, const TemplateRules& rules) const {
@@ -203,9 +209,7 @@ DomainInfo tDomainDeployer::deployHostingOnAddress(const XmlNode& node,
 void tDomainDeployer::deployExtras(const XmlNode& node, const DomainInfo& hosted) const {
     node.foreach (
         "properties/dns-zone",
-        [](const XmlNode& zone) {
-            deployDnsZone(zone, templateInForce() && domainTemplateWebmailStatus(domainTemplate));
-        },
+        [this](const XmlNode& zone) { DnsDeployer(domain_.name, templateWebmail()).act(zone); },
         deploy_error_func);
     if (node.test("traffic")) {
         guarded([&] { loadTraffic("--add-batch", domain_.name, node.getNode("traffic")); });
@@ -286,10 +290,6 @@ void tDomainDeployer::deployMailSystem(const XmlNode&) {
 void tDomainDeployer::deployHosting(const XmlNode& hosting, const DomainInfo&,
                                     const TemplateRules&) {
     throw EXC(NotSupportedOperation) % hosting.str("name()");
-}
-
-void tDomainDeployer::deployDnsZone(const XmlNode&, bool) {
-    throw EXC(NotSupportedOperation) % "dns-zone";
 }
 
 }  // namespace zelvo

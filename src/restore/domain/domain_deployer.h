@@ -1,6 +1,7 @@
 // Restores one domain of the panel with everything that it holds.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "restore/toolbox/deploy_action.h"
@@ -40,6 +41,8 @@ class tDomainDeployer : public XmlDeployDocAbility, public tDeployAction {
     static bool templateInForce() { return !domainTemplate.empty(); }
 
     TemplateRules templateRules(const XmlNode& node) const;
+    // Whether the template in force gives webmail; nothing without one.
+    static std::optional<bool> templateWebmail();
 
     // What hangs on the domain as a whole. Each raises what costs the domain.
     void deployDomain(const XmlNode& node, const TemplateRules& rules) const;
@@ -72,7 +75,6 @@ class tDomainDeployer : public XmlDeployDocAbility, public tDeployAction {
     static void deployMailSystem(const XmlNode& mailsystem);
     static void deployHosting(const XmlNode& hosting, const DomainInfo& domain,
                               const TemplateRules& rules);
-    static void deployDnsZone(const XmlNode& zone, bool templateWebmail);
 
     DomainInfo domain_;
 };
