@@ -11,6 +11,7 @@ TEST(Domains, FailNoFurtherThanTheyMust) { runCases("domains/failing.txt"); }
 TEST(Domains, AreResumedOnEveryWayOut) { runCases("domains/suspended.txt"); }
 TEST(Domains, FollowTheirTemplate) { runCases("domains/templated.txt"); }
 TEST(Domains, HaveTheirZones) { runCases("domains/zones.txt"); }
+TEST(Domains, HaveTheirAliases) { runCases("domains/aliases.txt"); }
 
 // Catches: a word that follows the accounts' rule in place of the domains' own.
 TEST(Domains, AreChangedAsTheWordSays) {
@@ -18,6 +19,8 @@ TEST(Domains, AreChangedAsTheWordSays) {
     const std::string settings =
         "domain_pref --update a.example -max_box 1 -expiration 9\n"
         "domain_pref --update a.example -www true\n"
+        "domalias --create b.example -domain a.example\n"
+        "domalias --update b.example -status enabled\n"
         "dns --set-slave a.example\n"
         "traffic --add-batch a.example <<<1\n"
         "domain_pref --update a.example -expiration 9\n";
@@ -41,7 +44,8 @@ TEST(Domains, AreChangedAsTheWordSays) {
             std::string(word) +
             "'><limits-and-permissions><limit name='max_box'>1</limit>"
             "<limit name='expiration'>9</limit></limits-and-permissions>"
-            "<properties><dns-zone type='slave'/>"
+            "<preferences><domain-alias name='b.example'><status><enabled/></status>"
+            "</domain-alias></preferences><properties><dns-zone type='slave'/>"
             "<status><enabled/></status></properties><traffic>1</traffic></domain>";
         runCase({word,
                  {{"before", "client --create old\ndomain --create a.example -owner old\n"},

@@ -6,6 +6,7 @@
 #include "report/debug_log.h"
 #include "report/guard.h"
 #include "report/object_logger.h"
+#include "restore/domain/domain_alias.h"
 #include "restore/domain/domain_suspender.h"
 #include "restore/domain/tomcat.h"
 #include "restore/objects/certificate.h"
@@ -171,7 +172,10 @@ void tDomainDeployer::deployServices(const XmlNode& node) const {
     CliExec cmd = updateCommand("domain_pref", domain_.name);
     appendOptions(node, cmd, {{"-www", "@www", falseOrTrue}});
     cmd.exec();
-    reportUnsupported(node, "preferences/domain-alias");
+    node.foreach (
+        "preferences/domain-alias",
+        [this](const XmlNode& alias) { DomainAliasDeployer(domain_.name).act(alias); },
+        deploy_error_func);
     if (node.test("maillists")) {
         guarded([&] { deployMailLists(node.getNode("maillists")); });
     }
