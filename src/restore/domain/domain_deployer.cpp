@@ -8,6 +8,8 @@
 #include "report/object_logger.h"
 #include "restore/domain/domain_alias.h"
 #include "restore/domain/domain_suspender.h"
+#include "restore/domain/forwarding.h"
+#include "restore/domain/physical_hosting.h"
 #include "restore/domain/tomcat.h"
 #include "restore/objects/certificate.h"
 #include "restore/objects/custom_button.h"
@@ -84,7 +86,7 @@ bool tDomainDeployer::writesSettings() const {
            DeployActionConvertToReseller();
 }
 
-tDomainDeployer::TemplateRules tDomainDeployer::templateRules(const XmlNode& node) const {
+TemplateRules tDomainDeployer::templateRules(const XmlNode& node) const {
     const bool templateHasHosting = domainTemplateHasHosting(domainTemplate);
     const bool domainHasHosting = node.test("phosting");
     if (templateHasHosting && !domainHasHosting) {
@@ -210,6 +212,19 @@ DomainInfo tDomainDeployer::deployHostingOnAddress(const XmlNode& node,
     return hosted;
 }
 
+void tDomainDeployer::deployHosting(const XmlNode& hosting, const DomainInfo& hosted,
+                                    const TemplateRules& rules) const {
+    const ObjectLogger logger(domain_.name, "hosting");
+    const std::string kind = hosting.str("name()");
+    if (kind == "phosting") {
+        PhysicalHostingDeployer(hosted, rules).act(hosting);
+    } else if (writesSettings() && kind == "shosting") {
+        deploy_shosting(hosting, hosted);
+    } else if (writesSettings()) {
+        deploy_fhosting(hosting, hosted);
+    }
+}
+
 void tDomainDeployer::deployExtras(const XmlNode& node, const DomainInfo& hosted) const {
     node.foreach (
         "properties/dns-zone",
@@ -289,11 +304,6 @@ void tDomainDeployer::showProgress() const {
 
 void tDomainDeployer::deployMailSystem(const XmlNode&) {
     deploy_error_func(EXC(NotSupportedOperation) % "mailsystem");
-}
-
-void tDomainDeployer::deployHosting(const XmlNode& hosting, const DomainInfo&,
-                                    const TemplateRules&) {
-    throw EXC(NotSupportedOperation) % hosting.str("name()");
 }
 
 }  // namespace zelvo

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "restore/domain/template_rules.h"
 #include "restore/toolbox/deploy_action.h"
 #include "restore/toolbox/deploy_doc_ability.h"
 #include "restore/toolbox/domain_info.h"
@@ -27,14 +28,6 @@ class tDomainDeployer : public XmlDeployDocAbility, public tDeployAction {
     void act(XmlNode node) const override;
 
   private:
-    // What the template in force makes of a domain.
-    struct TemplateRules {
-        // Hosting parameters of the dump are to be applied, and not those of the template.
-        bool useDumpParameters = true;
-        // The template has physical hosting; false without a template.
-        bool templateHasHosting = false;
-    };
-
     // True for the words under which the domain's own settings are written: those of a converted
     // account's domains too.
     bool writesSettings() const;
@@ -55,6 +48,8 @@ class tDomainDeployer : public XmlDeployDocAbility, public tDeployAction {
     void deployMailLists(const XmlNode& maillists) const;
     // Returns the domain with the address of its hosting, if it has any.
     DomainInfo deployHostingOnAddress(const XmlNode& node, const TemplateRules& rules) const;
+    void deployHosting(const XmlNode& hosting, const DomainInfo& hosted,
+                       const TemplateRules& rules) const;
     void deployExtras(const XmlNode& node, const DomainInfo& hosted) const;
 
     void setLimit(CmdLine& cmd, const XmlNode& limit) const;
@@ -71,10 +66,8 @@ class tDomainDeployer : public XmlDeployDocAbility, public tDeployAction {
     // The domain administrator: all options in one call, and part by part if that call fails.
     void setDomainUser(const XmlNode& user) const;
 
-    // These stand for deployers that are not there yet, and report the element.
+    // Stands for a deployer that is not there yet, and reports the element.
     static void deployMailSystem(const XmlNode& mailsystem);
-    static void deployHosting(const XmlNode& hosting, const DomainInfo& domain,
-                              const TemplateRules& rules);
 
     DomainInfo domain_;
 };

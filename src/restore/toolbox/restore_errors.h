@@ -10,6 +10,7 @@ ERROR_TAG(SkipDomainDueToTemplateHosting,
           "situation can not be resolved automatically. Please ether create physical hosting on "
           "the domain or use domain template without hosting disabled, and migrate this domain "
           "again");
+ERROR_TAG(EmptyIp, "IP address should be specified for domain %1%");
 ERROR_TAG(ResumeDomainFailed,
           "The resume of domain failed. The domain may be unavailable after restore. Please, "
           "resume it manually. Error message: %1%");

@@ -1,0 +1,12 @@
+// Web sites through the real program: their settings, their content in its place with its owners,
+// and what lives in them.
+
+#include "scenario.h"
+
+namespace {
+
+TEST(Sites, AreTurnedOnAndSetInTheirOrder) { runCases("sites/hosting.txt"); }
+TEST(Sites, GetTheirContentAfterItsOwnersExist) { runCases("sites/content.txt"); }
+TEST(Sites, ForwardToOthers) { runCases("sites/forwarding.txt"); }
+
+}  // namespace
