@@ -9,6 +9,7 @@ namespace {
 TEST(Domains, AreRestoredInTheirOrder) { runCases("domains/whole.txt"); }
 TEST(Domains, FailNoFurtherThanTheyMust) { runCases("domains/failing.txt"); }
 TEST(Domains, AreResumedOnEveryWayOut) { runCases("domains/suspended.txt"); }
+TEST(Domains, HaveTheirExtras) { runCases("domains/extras.txt"); }
 TEST(Domains, FollowTheirTemplate) { runCases("domains/templated.txt"); }
 TEST(Domains, HaveTheirZones) { runCases("domains/zones.txt"); }
 TEST(Domains, HaveTheirAliases) { runCases("domains/aliases.txt"); }
