@@ -25,7 +25,8 @@ RMKTmpFile makeFile(const std::string& prefix) {
     try {
         return RMKTmpFile(directory, prefix, true);
     } catch (const SystemError& failure) {
-        throw EXC(CantCreateTempFile) % (directory + "/" + prefix) % strerror(failure.number());
+        throw EXC(CantCreateTempFile) % (directory + "/" + prefix + "XXXXXX") %
+            strerror(failure.number());
     }
 }
 

@@ -1,0 +1,150 @@
+// What the panel gets in files, and deployers that hardly any dump reaches: with utilities that
+// write down their arguments, and in place of a temporary file what they find there.
+
+#include "restore/toolbox/panel_file.h"
+
+#include <sys/stat.h>
+
+#include "commons/session.h"
+#include "exec/cli_exec.h"
+#include "panel_box.h"
+#include "recording_log.h"
+#include "report/result_log.h"
+#include "restore/domain/webalizer.h"
+#include "restore/objects/certificate.h"
+#include "restore/objects/cron.h"
+#include "xml/xml_document.h"
+
+using namespace zelvo;
+using test::faultOf;
+using test::panelBox;
+namespace fs = std::filesystem;
+
+namespace {
+
+const std::string kUtility =
+    "#!/bin/sh\nexec >>$(dirname $0)/calls\nprintf %s $(basename $0 .php)\nfor a; do\n"
+    "case $a in */RMK/tmp/*) a=[$(stat -c '%u:%g %a' $a):$(cat $a)];; esac; printf ' %s' \"$a\"\n"
+    "done\necho\n";
+
+class PanelFiles : public testing::Test {
+  protected:
+    PanelFiles() {
+        CliExec::first_run = CliExec::use_gate = false;
+        fs::create_directories(tmp_);
+        for (const char* utility : {"admin/vlib/api-cli/certificate.php",
+                                    "admin/vlib/api-cli/webstat.php", "admin/sbin/crontabmng"}) {
+            const fs::path path = panelBox.dir.path("product/") + utility;
+            fs::create_directories(path.parent_path());
+            std::ofstream(path) << kUtility;
+            fs::permissions(path, fs::perms(0755));
+        }
+        theLog = &result_;
+    }
+    ~PanelFiles() override { theLog = nullptr; }
+
+    // What the deployer calls for an element.
+    static std::string callsFor(const XmlDeployDocAbility& deployer, const std::string& element) {
+        tXmlRmkDocument dump("<dump>" + element + "</dump>");
+        dump.initFileDoc("dump");
+        deployer.act(XmlNode(dump.doc(), dump.root()).getNode("*"));
+        std::string calls;
+        for (const char* directory : {"vlib/api-cli", "sbin"}) {
+            const std::string journal = panelBox.dir.path("product/admin/") + directory + "/calls";
+            calls += contentOf(journal);
+            fs::remove(journal);
+        }
+        EXPECT_TRUE(fs::is_empty(tmp_)) << element;
+        return calls;
+    }
+
+    static inline const std::string tmp_ = panelBox.dir.path("product/RMK/tmp");
+
+  private:
+    TempDir dir_;
+    RecordingLog debugLog_;
+    SessionLifetimeController session_{dir_.path("session")};
+    XmlLog result_;
+};
+
+// The temporary directory on a disk of its own.
+struct SmallDisk {
+    SmallDisk(const std::string& path, const char* options) : path_(path) {
+        EXPECT_EQ(mount("none", path_.c_str(), "tmpfs", 0, options), 0);
+    }
+    ~SmallDisk() { umount2(path_.c_str(), MNT_DETACH); }
+    std::string path_;
+};
+
+// Catches: pieces in each other's files, a key that is not the panel's alone while it is read, the
+// repository's options in front or for a domain.
+TEST_F(PanelFiles, HoldTheCertificatesOfTheServer) {
+    const CertificateDeployer server("");
+    EXPECT_EQ(callsFor(server,
+                       "<certificate name='c' default='true'><certificate-data>D</certificate-data>"
+                       "<private-key>K</private-key><signing-request>R</signing-request>"
+                       "<ca-certificate>A</ca-certificate></certificate>"),
+              "certificate --create c -cert-file [4711:4712 600:D] -key-file [4711:4712 600:K] "
+              "-csr-file [4711:4712 600:R] -cacert-file [4711:4712 600:A] -admin -default\n");
+    EXPECT_EQ(callsFor(server, "<certificate name='c' default='1' deployer-action='delete'/>"),
+              "certificate --remove c -admin\n");
+}
+
+// Catches: half a table that replaces a whole one, and a full disk that ends the run.
+TEST_F(PanelFiles, AreWholeOrNotHandedOut) {
+    const CronDeployer cron("webmaster");
+    EXPECT_EQ(callsFor(cron, "<cron>* * * * * a\n</cron>"),
+              "crontabmng set [0:0 600:* * * * * a] webmaster\n");
+    const std::string large = "<cron>" + std::string(5000, '#') + "</cron>";
+    const std::pair<const char*, std::string> kDisks[] = {
+        {"size=4k", "CantWriteTempFile: Can not write temporary file '" + tmp_ + "/rmk-cron-"},
+        {"size=8k,nr_inodes=1",
+         "CantCreateTempFile: Can not create temporary file with the template '" + tmp_ +
+             "/rmk-cron-XXXXXX': No space left on device."}};
+    for (const auto& [options, fault] : kDisks) {
+        const SmallDisk disk(tmp_, options);
+        EXPECT_EQ(faultOf([&] { callsFor(cron, large); }).substr(0, fault.size()), fault);
+        EXPECT_EQ(callsFor(WebalizerDeployer("a"), "<webalizer/>"), "") << "nothing was called";
+    }
+}
+
+// Catches: a server without the panel's account on which the run ends in the middle.
+TEST_F(PanelFiles, StayRootsWhereThePanelHasNoUser) {
+    const std::string users = panelBox.dir.path("etc/passwd");
+    fs::rename(users, users + ".away");
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    const PanelFile file("rmk-");
+    file.handOver();
+    const std::string told = testing::internal::GetCapturedStdout();
+    EXPECT_EQ(told, testing::internal::GetCapturedStderr());
+    EXPECT_EQ(told, "Can not chown temporary file " + file.path() +
+                        " to be accessible by Zelvo CP\nSystem error 2: No such file or "
+                        "directory\n");
+    struct stat status {};
+    EXPECT_EQ(stat(file.path().c_str(), &status), 0);
+    EXPECT_EQ(status.st_uid, 0U);
+    EXPECT_EQ(status.st_mode & 07777, 0600U);
+    fs::rename(users + ".away", users);
+}
+
+// Catches: a list that is cleared for an element that says nothing, or that is not for one that
+// only says "false".
+TEST_F(PanelFiles, AreNotNeededForReferrers) {
+    const WebalizerDeployer webalizer("a.example");
+    const std::string clear = "webstat --del-all a.example\n";
+    EXPECT_EQ(callsFor(webalizer, "<webalizer/>"), "");
+    EXPECT_EQ(callsFor(webalizer, "<webalizer hide-direct-referrer='false'/>"), clear);
+    EXPECT_EQ(callsFor(webalizer,
+                       "<webalizer hide-direct-referrer='true'>"
+                       "<webalizer-hidden-referrer>http://h/</webalizer-hidden-referrer>"
+                       "<webalizer-group-referrer group-name='g h'>http://g/"
+                       "</webalizer-group-referrer><webalizer-hidden-referrer/></webalizer>"),
+              clear +
+                  "webstat -a a.example -type hidden_direct\n"
+                  "webstat -a a.example -type group -group g h -url http://g/\n"
+                  "webstat -a a.example -type hidden -url http://h/\n"
+                  "webstat -a a.example -type hidden -url \n");
+}
+
+}  // namespace
