@@ -1,7 +1,5 @@
 #include "content/cid.h"
 
-#include <algorithm>
-
 #include "commons/errors.h"
 #include "report/debug_log.h"
 
@@ -82,6 +80,7 @@ void WholeContentCid::addReferredCid(RefferredCid* cid) {
     }
     theDebugLog->log("Add reffrered cid '" + cid->str() + "' to whole content '" + str() + "'");
     referredCids_.push_back(cid);
+    held_.insert(cid);
 }
 
 std::vector<std::string> WholeContentCid::getIncludes() const {
@@ -92,10 +91,6 @@ std::vector<std::string> WholeContentCid::getIncludes() const {
         }
     }
     return includes;
-}
-
-bool WholeContentCid::holds(const RefferredCid& cid) const {
-    return std::find(referredCids_.begin(), referredCids_.end(), &cid) != referredCids_.end();
 }
 
 }  // namespace zelvo

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "xml/xml_node.h"
@@ -80,10 +81,12 @@ class WholeContentCid : public Cid {
 
     bool hasReferredCids() const { return !referredCids_.empty(); }
     // Whether this very cid was noted.
-    bool holds(const RefferredCid& cid) const;
+    bool holds(const RefferredCid& cid) const { return held_.contains(&cid); }
 
   private:
     std::vector<RefferredCid*> referredCids_;
+    // The same once more: a domain has tens of thousands of parts, each of which is asked for.
+    std::unordered_set<const RefferredCid*> held_;
 };
 
 }  // namespace zelvo

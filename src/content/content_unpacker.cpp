@@ -35,6 +35,12 @@ std::string fullPath(const std::string& destination, const std::string& name) {
     return destination + "/" + rest;
 }
 
+void requireSafe(const ContentUnpacker::Paths& includes) {
+    if (!std::all_of(includes.begin(), includes.end(), isSafeOffset)) {
+        throw EXC(UnExpectedResult) % "a part's place in an archive is no plain path";
+    }
+}
+
 }  // namespace
 
 ContentUnpacker::Paths ContentUnpacker::untar(const Cid& cid, const std::string& destination,
@@ -42,6 +48,7 @@ ContentUnpacker::Paths ContentUnpacker::untar(const Cid& cid, const std::string&
                                               const std::string& group, mode_t mode) {
     theDebugLog->log("Unpack file to '" + destination + "' User: '" + user + "', group '" + group +
                      "'");
+    requireSafe(includes);
     Paths distinct = includes;
     distinct.erase(std::unique(distinct.begin(), distinct.end()), distinct.end());
     const uid_t uid = get_user_id(user.c_str());

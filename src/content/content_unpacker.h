@@ -37,8 +37,8 @@ class ContentUnpacker {
     // and owner whatever the archive says. user, group: names, owners of the directories that are
     // made; "root" and "0" are the group with id 0. mode: of the directories that are made, 0 for
     // what the file mask gives. Raises CantCreateDirectory, CantStatFile, UnExpectedResult for a
-    // name that leads out of the destination, std::out_of_range for an empty name, and what
-    // unpackTar raises.
+    // name that leads out of the destination and for an include that is not safe (isSafeOffset),
+    // std::out_of_range for an empty name, and what unpackTar raises.
     Paths untar(const Cid& cid, const std::string& destination, const Paths& includes,
                 const std::string& user, const std::string& group, mode_t mode);
     Paths untar(const Cid& cid, const std::string& destination, const std::string& user,
@@ -143,6 +143,11 @@ class ContentUnpacker {
     // is not there.
     bool mbox2mdir(const Cid& cid, const std::string& domain, const std::string& mailName,
                    bool single_file, const std::string& offset);
+    // The same for mailboxes that the whole archive of a domain's mail has left in the domain's
+    // mail directory, where they stay. offset: their place there, a file or a directory. Raises
+    // ExecCmd::Failed, and UnExpectedResult when nothing is there.
+    static void convertUnpackedMbox(const std::string& domain, const std::string& mailName,
+                                    const std::string& offset);
 
   protected:
     ContentUnpacker() = default;

@@ -77,18 +77,17 @@ void makeOne(const std::string& path, uid_t owner, gid_t group, mode_t mode) {
     std::ignore = lchown(path.c_str(), owner, group);
 }
 
-// What is made of the ASCII form of a name. A name without one costs its object and not the run.
-template <class Make>
-std::string ofAscii(Make&& make) {
+// The ASCII form of a name, as a part of a path. what: whose name it is.
+std::string asciiComponent(const std::string& name, const std::string& what) {
+    std::string ascii;
     try {
-        return make();
-    } catch (const ExTraceable&) {
-        throw;
+        ascii = idn::toAscii(name);
     } catch (const std::bad_alloc&) {
         throw EXC(IDNConversationError) % "Program failed due to exhausted memory";
     } catch (const std::exception& failure) {
         throw EXC(IDNConversationError) % failure.what();
     }
+    return requireComponent(ascii, what);
 }
 
 }  // namespace
@@ -112,24 +111,57 @@ void create_destdir(const std::string& path, uid_t owner, gid_t group, mode_t mo
 }
 
 std::string aboveOffset(const std::string& destination, const std::string& offset) {
-    return destination.ends_with(offset) ? destination.substr(0, destination.size() - offset.size())
-                                         : destination;
+    if (!destination.ends_with(offset)) {
+        return destination;
+    }
+    std::string above = destination.substr(0, destination.size() - offset.size());
+    const bool isCutBetween = above.empty() || above.ends_with('/') || offset.starts_with('/');
+    return isCutBetween ? above : destination;
+}
+
+std::string placeOfPart(const std::string& destination, const std::string& offset) {
+    const bool isAbove = aboveOffset(destination, offset) == destination;
+    return isAbove && !offset.empty() ? destination + "/" + offset : destination;
+}
+
+void requireUnpackedBelow(const std::string& directory, const std::string& destination,
+                          const std::string& offset) {
+    const std::string above = aboveOffset(destination, offset);
+    if (above != directory && !(above + "/").starts_with(directory + "/")) {
+        throw EXC(UnsafeName) % offset % "a place in an archive" % ("it leads above " + directory);
+    }
 }
 
 bool isSafeOffset(const std::string& offset) {
-    return !offset.starts_with('-') && !hasParentStep(offset) &&
-           offset.find('\n') == std::string::npos;
+    const std::size_t start = offset.find_first_not_of(" \t\v\f\r");
+    return (start == std::string::npos || offset[start] != '-') && !hasParentStep(offset) &&
+           offset.find_first_of("\n\\") == std::string::npos;
 }
 
 std::string getVhostDir(const std::string& domain) {
-    const std::string directory = ofAscii([&] { return files::getVhostDir(domain); });
-    requireComponent(directory.substr(files::getVhostsDir().size() + 1), "a virtual host");
-    return directory;
+    return files::getVhostDir(asciiComponent(domain, "a virtual host"));
 }
 
 std::string getSubdomainDir(const std::string& vhostDir, const std::string& name) {
-    const std::string ascii = ofAscii([&] { return idn::toAscii(name); });
-    return vhostDir + "/subdomains/" + requireComponent(ascii, "a subdomain");
+    return vhostDir + "/subdomains/" + asciiComponent(name, "a subdomain");
+}
+
+std::string getDomainMailDir(const std::string& domain) {
+    return files::getMailDir() + "/" + domain;
+}
+
+std::string getMaildir(const std::string& domain, const std::string& mailName) {
+    return getDomainMailDir(domain) + "/" + mailName + "/Maildir";
+}
+
+std::string getSpamDir(const std::string& domain, const std::string& mailName) {
+    return getDomainMailDir(domain) + "/" + mailName + "/.spamassassin";
+}
+
+std::string getListArchivesDir() { return files::getMailmanVarDir() + "/archives/private/"; }
+
+std::string getListMboxDir(const std::string& listName) {
+    return getListArchivesDir() + listName + ".mbox";
 }
 
 }  // namespace zelvo

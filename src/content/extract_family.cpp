@@ -7,6 +7,7 @@
 #include "content/beneath.h"
 #include "content/content_errors.h"
 #include "content/content_unpacker.h"
+#include "content/destination.h"
 
 namespace zelvo {
 
@@ -47,8 +48,7 @@ Paths ContentUnpacker::extractDomainWhole(const Cid& cid, const std::string& des
 
 Paths ContentUnpacker::extractDomainMailList(const Cid& cid, const std::string& /*name*/,
                                              const Paths& includes) {
-    return untar(cid, files::getMailmanVarDir() + "/archives/private/", includes, kMailList,
-                 kMailList, 0);
+    return untar(cid, getListArchivesDir(), includes, kMailList, kMailList, 0);
 }
 
 Paths ContentUnpacker::extractDomainDocRoot(const Cid& cid, const std::string& domain,
@@ -177,9 +177,7 @@ Paths ContentUnpacker::extractAutoResponder(const Cid& cid, const std::string& n
 Paths ContentUnpacker::extractMailManContent(const Cid& cid, const std::string& /*domain*/,
                                              const std::string& listName,
                                              const std::string& offset) {
-    return unpack_hosting_cid(cid,
-                              files::getMailmanVarDir() + "/archives/private/" + listName + ".mbox",
-                              offset, kMailList, kMailList, 0);
+    return unpack_hosting_cid(cid, getListMboxDir(listName), offset, kMailList, kMailList, 0);
 }
 
 std::string ContentUnpacker::extractIcons(const Cid& cid) {

@@ -4,12 +4,14 @@
 
 #include <string_view>
 #include <tuple>
+#include <utility>
 
 #include "commons/files.h"
 #include "content/accounts.h"
 #include "content/beneath.h"
 #include "content/content_errors.h"
 #include "content/content_unpacker.h"
+#include "content/destination.h"
 #include "content/unpack_directory.h"
 #include "exec/log_exec_cmd.h"
 #include "lib/zelvo_ugid.h"
@@ -23,12 +25,6 @@ namespace {
 
 constexpr const char* kSpamDirectory = ".spamassassin";
 constexpr mode_t kSharedMode = 0770;
-
-std::string mailDir(const std::string& domain) { return files::getMailDir() + "/" + domain; }
-
-std::string maildirOf(const std::string& domain, const std::string& mailName) {
-    return mailDir(domain) + "/" + mailName + "/Maildir";
-}
 
 tLogExecCmd asMailUser(const std::string& utility) {
     tLogExecCmd command(utility);
@@ -54,6 +50,12 @@ std::string mailboxAmong(const Paths& paths, const std::string& directory) {
         throw EXC(UnExpectedResult) % "there is no mailbox in the archive";
     }
     return paths.front();
+}
+
+void convertMailbox(tLogExecCmd converter, const std::string& source, const std::string& maildir) {
+    converter << "-s" << source << "-R"
+              << "-d" << maildir;
+    converter.exec();
 }
 
 // Gives the panel what of a domain's mail is its own.
@@ -94,7 +96,7 @@ class MailSorter {
 
 Paths ContentUnpacker::extractDomainMail(const Cid& cid, const std::string& domain,
                                          const Paths& includes) {
-    const std::string directory = mailDir(domain);
+    const std::string directory = getDomainMailDir(domain);
     Paths paths = untar(cid, directory, includes, kMail, kMail, 0);
     const MailSorter sorter(directory);
     for (const std::string& path : paths) {
@@ -106,7 +108,7 @@ Paths ContentUnpacker::extractDomainMail(const Cid& cid, const std::string& doma
 Paths ContentUnpacker::extractSpamAssassinContent(const Cid& cid, const std::string& domain,
                                                   const std::string& mailName, bool& convert,
                                                   const std::string& offset) {
-    const std::string directory = mailDir(domain) + "/" + mailName + "/" + kSpamDirectory;
+    const std::string directory = getSpamDir(domain, mailName);
     Paths paths = unpack_hosting_cid(cid, directory, offset, kMail, kMail, kSharedMode);
     convertSpamData(directory, convert);
     return paths;
@@ -114,7 +116,7 @@ Paths ContentUnpacker::extractSpamAssassinContent(const Cid& cid, const std::str
 
 bool ContentUnpacker::mdir2mdir(const Cid& cid, const std::string& domain,
                                 const std::string& mailName, const std::string& offset) {
-    untar(cid, maildirOf(domain, mailName), offset, kMail, kMail, 0);
+    untar(cid, getMaildir(domain, mailName), offset, kMail, kMail, 0);
     return true;
 }
 
@@ -133,10 +135,17 @@ bool ContentUnpacker::mbox2mdir(const Cid& cid, const std::string& domain,
         source = mailboxAmong(paths, temporary.path());
         temporary.cleanInstead(source);
     }
-    converter << "-s" << source << "-R"
-              << "-d" << maildirOf(domain, mailName);
-    converter.exec();
+    convertMailbox(std::move(converter), source, getMaildir(domain, mailName));
     return true;
+}
+
+void ContentUnpacker::convertUnpackedMbox(const std::string& domain, const std::string& mailName,
+                                          const std::string& offset) {
+    const std::string directory = getDomainMailDir(domain);
+    // Without a place of its own it would be the mail of everybody.
+    const Paths places = offset.empty() ? Paths() : Paths{directory + "/" + offset};
+    convertMailbox(asMailUser(files::getMb2mdFileName()), mailboxAmong(places, directory),
+                   getMaildir(domain, mailName));
 }
 
 }  // namespace zelvo

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "content/content_failure.h"
 #include "content/destination.h"
 #include "report/debug_log.h"
 #include "report/guard.h"
@@ -26,14 +27,19 @@ void RefferredCidCollection::Extract(ContentUnpacker& unpacker) {
     theDebugLog->log(std::string(lines_.begin));
     if (!whole_.type.empty() && whole_.hasReferredCids()) {
         theDebugLog->log(std::string(lines_.whole));
-        guarded([&] { extractWhole(unpacker, whole_, whole_.getIncludes()); });
+        guarded([&] {
+            refuseNamelessMembers([&] { extractWhole(unpacker, whole_, whole_.getIncludes()); });
+        });
     }
     for (const auto& cid : toExtract_) {
-        if (whole_.holds(*cid)) {
-            finishPart(*cid);
-        } else {
-            extractPart(unpacker, *cid);
-        }
+        const Failure failure = failureOf(*cid);
+        contentGuarded(*failure, [&] {
+            if (whole_.holds(*cid)) {
+                finishPart(unpacker, *cid);
+            } else {
+                extractPart(unpacker, *cid);
+            }
+        });
     }
     theDebugLog->log(std::string(lines_.end));
 }

@@ -25,6 +25,8 @@ class RefferredCidCollection {
     void Extract(ContentUnpacker& unpacker);
 
   protected:
+    using Failure = std::unique_ptr<ExTaggedIncludable>;
+
     // The lines of the debug log.
     struct Lines {
         const char* begin;
@@ -43,10 +45,13 @@ class RefferredCidCollection {
     // Unpacks the whole archive. includes: the members to take.
     virtual void extractWhole(ContentUnpacker& unpacker, const WholeContentCid& whole,
                               const ContentUnpacker::Paths& includes) = 0;
-    // Unpacks a part by itself, and does what is left to do then. cid: one of this collection.
+    // Unpacks a part by itself, and does what is left to do then. cid: one of this collection, here
+    // as in what follows.
     virtual void extractPart(ContentUnpacker& unpacker, const RefferredCid& cid) = 0;
-    // What is left to do for a part that the whole took.
-    virtual void finishPart(const RefferredCid& /*cid*/) {}
+    // What is left to do for a part that the whole took, also after the whole has failed.
+    virtual void finishPart(ContentUnpacker& /*unpacker*/, const RefferredCid& /*cid*/) {}
+    // The failure that tells that a part is lost.
+    virtual Failure failureOf(const RefferredCid& cid) const = 0;
 
   private:
     Lines lines_;

@@ -27,4 +27,11 @@ const std::string& requireDescent(const std::string& path, const std::string& wh
     return path;
 }
 
+const std::string& requireNoOption(const std::string& name, const std::string& what) {
+    if (name.starts_with('-')) {
+        throw EXC(UnsafeName) % name % what % "it looks like an option";
+    }
+    return name;
+}
+
 }  // namespace zelvo

@@ -14,4 +14,8 @@ const std::string& requireComponent(const std::string& name, const std::string& 
 // not begin with "/" and has no component "..". Raises UnsafeName.
 const std::string& requireDescent(const std::string& path, const std::string& what);
 
+// Returns the name if no program takes it for an option: it does not begin with "-". Raises
+// UnsafeName.
+const std::string& requireNoOption(const std::string& name, const std::string& what);
+
 }  // namespace zelvo

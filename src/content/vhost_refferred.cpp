@@ -3,19 +3,37 @@
 #include <memory>
 #include <utility>
 
-#include "commons/errors.h"
+#include "commons/files.h"
 #include "content/content_owner.h"
 #include "content/destination.h"
+#include "content/unsafe_name.h"
+#include "exec/cli_exec.h"
+#include "report/debug_log.h"
+#include "report/guard.h"
 
 namespace zelvo {
 
-Vhost_Refferred::Vhost_Refferred(const XmlNode& node, const std::string& cidType,
-                                 std::string ownerName, std::string subdomainName,
-                                 bool isOfSubdomain)
-    : RefferredCid(node, cidType),
+namespace {
+
+const Vhost_Refferred& partOf(const RefferredCid& cid) {
+    return static_cast<const Vhost_Refferred&>(cid);
+}
+
+}  // namespace
+
+const std::string& safeSubPath(const SiteApplication& application) {
+    const std::string& path = application.subPath;
+    return path.empty() ? path : requireDescent(path, "a site application's directory");
+}
+
+Vhost_Refferred::Vhost_Refferred(const XmlNode& node, const VhostRow& contentRow,
+                                 std::string ownerName, std::optional<std::string> subdomainName,
+                                 SiteApplication siteApplication)
+    : RefferredCid(node, contentRow.type),
+      row(contentRow),
       owner(std::move(ownerName)),
       subdomain(std::move(subdomainName)),
-      isSubdomain(isOfSubdomain) {}
+      application(std::move(siteApplication)) {}
 
 DomainVHostRefferred::DomainVHostRefferred(const XmlNode& hosting, std::string domainName,
                                            std::string systemUser)
@@ -27,29 +45,34 @@ DomainVHostRefferred::DomainVHostRefferred(const XmlNode& hosting, std::string d
       systemUser_(std::move(systemUser)) {}
 
 void DomainVHostRefferred::addDomainVhost(const XmlNode& hosting) {
-    for (const char* type :
-         {"docroot", "conf", "docroot_ssl", "cgi", "webstat", "webstat_ssl", "ftpstat",
-          "error_docs", "private", "admin_private", "logs", "anon_ftpstat"}) {
-        addToExtract(std::make_unique<Vhost_Refferred>(hosting, type, systemUser_));
-    }
+    addParts(hosting, domainRows(), systemUser_);
 }
 
 void DomainVHostRefferred::addSubDomain(const XmlNode& subdomain, const std::string& name,
                                         const std::string& owner) {
-    for (const char* type : {"docroot", "conf", "docroot_ssl", "cgi"}) {
-        addToExtract(std::make_unique<Vhost_Refferred>(subdomain, type, owner, name, true));
-    }
+    addParts(subdomain, subdomainRows(), owner, name);
 }
 
 void DomainVHostRefferred::addDomainWebUser(const XmlNode& webuser, const std::string& login) {
-    for (const char* type : {"webuser_home", "webuser_private"}) {
-        addToExtract(std::make_unique<Vhost_Refferred>(webuser, type, login));
-    }
+    addParts(webuser, webUserRows(), login);
 }
 
 void DomainVHostRefferred::addDomainAnonFtp(const XmlNode& anonftp, const std::string& owner) {
-    for (const char* type : {"ftp_pub", "ftp_incoming"}) {
-        addToExtract(std::make_unique<Vhost_Refferred>(anonftp, type, owner));
+    addParts(anonftp, anonFtpRows(), owner);
+}
+
+void DomainVHostRefferred::addSiteApp(const XmlNode& node, const SiteApplication& application,
+                                      const std::optional<std::string>& subdomain,
+                                      const std::string& owner) {
+    addParts(node, siteAppRows(), owner, subdomain, application);
+}
+
+void DomainVHostRefferred::addParts(const XmlNode& node, std::span<const VhostRow> rows,
+                                    const std::string& owner,
+                                    const std::optional<std::string>& subdomain,
+                                    const SiteApplication& application) {
+    for (const VhostRow& row : rows) {
+        addToExtract(std::make_unique<Vhost_Refferred>(node, row, owner, subdomain, application));
     }
 }
 
@@ -60,10 +83,56 @@ void DomainVHostRefferred::extractWhole(ContentUnpacker& unpacker, const WholeCo
                                 contentOwner(systemUser_), result);
 }
 
-void DomainVHostRefferred::extractPart(ContentUnpacker&, const RefferredCid&) {
-    throw EXC(NotSupportedOperation) % "content";
+void DomainVHostRefferred::extractPart(ContentUnpacker& unpacker, const RefferredCid& cid) {
+    const Vhost_Refferred& part = partOf(cid);
+    const std::string destination = placeOf(part.row, part, directoryOf(part));
+    requireUnpackedBelow(getVhostDir(domainName_), destination, part.offset);
+    part.row.unpack({unpacker, part, domainName_, destination});
+    finishPart(unpacker, part);
 }
 
-void DomainVHostRefferred::finishPart(const RefferredCid&) {}
+void DomainVHostRefferred::finishPart(ContentUnpacker& /*unpacker*/, const RefferredCid& cid) {
+    if (cid.type == siteAppRows().front().type) {
+        fixUpSiteApp(partOf(cid));
+    }
+}
+
+RefferredCidCollection::Failure DomainVHostRefferred::failureOf(const RefferredCid& cid) const {
+    return partOf(cid).row.failure(partOf(cid), domainName_);
+}
+
+std::string DomainVHostRefferred::directoryOf(const Vhost_Refferred& part) const {
+    const std::string directory = getVhostDir(domainName_);
+    return part.subdomain ? getSubdomainDir(directory, *part.subdomain) : directory;
+}
+
+void DomainVHostRefferred::fixUpSiteApp(const Vhost_Refferred& part) const {
+    const std::string& id = part.application.id;
+    const std::string which = "'" + part.application.fullName + "' on domain '" + domainName_ +
+                              "'. This is not fatal error";
+    if (!debugLogged([&] {
+            CliExec registrar(files::getDirectCliUtilityPath("siteapp-registrar"));
+            registrar << "--fixup" << requireNoOption(id, "a site application");
+            registrar.exec();
+        })) {
+        theDebugLog->log("Cannot fix up site application " + which + "!");
+    }
+    if (!debugLogged([&] { updatePermissions(part); })) {
+        theDebugLog->log("Cannot update site application permissions " + which +
+                         ", but this site application can have wrong work!");
+    }
+}
+
+void DomainVHostRefferred::updatePermissions(const Vhost_Refferred& part) const {
+    tLogExecCmd manager(files::getZelvoUtilityPath("sappmng"));
+    manager << "--update-application-permissions"
+            << "--application-full-name=" + part.application.fullName
+            << "--vhost-path=" + directoryOf(part) << "--user-name=" + contentOwner(part.owner)
+            << "--application-subdirectory=" + safeSubPath(part.application);
+    if (part.application.isSecure) {
+        manager << "--ssl";
+    }
+    manager.exec();
+}
 
 }  // namespace zelvo

@@ -1,7 +1,7 @@
 #include "restore/toolbox/panel_command.h"
 
 #include "commons/files.h"
-#include "content/content_errors.h"
+#include "content/unsafe_name.h"
 
 namespace zelvo {
 
@@ -14,10 +14,7 @@ CliExec panelCommand(const std::string& utility, std::initializer_list<std::stri
 }
 
 CliExec commandOn(const std::string& utility, const std::string& verb, const std::string& name) {
-    if (name.starts_with('-')) {
-        throw EXC(UnsafeName) % name % "an object" % "it looks like an option";
-    }
-    return panelCommand(utility, {verb, name});
+    return panelCommand(utility, {verb, requireNoOption(name, "an object")});
 }
 
 CliExec createCommand(const std::string& utility, const std::string& name) {

@@ -42,6 +42,7 @@ TEST_F(ContentUnpackerTest, UnpacksAPartAboveItsOffset) {
     } const rows[] = {{"v/httpdocs", "httpdocs", "v/"},
                       {"v/httpdocs/sub", "httpdocs", "v/httpdocs/sub"},
                       {"v/docs/docs", "docs", "v/docs/"},
+                      {"v/httpdocs/", "docs/", "v/httpdocs/"},
                       {"v", "", "v"}};
     for (const auto& row : rows) {
         unpacker.untar(cid, dir.path(row.to), row.offset, "root", "root", 0);

@@ -1,0 +1,72 @@
+// The content of a domain's mail names: mailboxes, attachments of automatic answers, data of the
+// spam filter.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "content/mailbox_refferred.h"
+#include "content/refferred_collection.h"
+
+namespace zelvo {
+
+class AttachmentDirectory;
+
+// Mail names are those without the domain. One is known here as soon as any of the calls with an
+// element was made for it.
+class DomainMailRefferred : public RefferredCidCollection {
+  public:
+    using Files = std::vector<std::string>;
+
+    // mailsystem: the element of the domain's mail. mbox: of no effect, each mailbox tells its
+    // form. domainName: in UTF-8.
+    DomainMailRefferred(const XmlNode& mailsystem, bool mbox, std::string domainName);
+
+    // mailbox: the mailbox's element, whose "@type" tells its form.
+    void addMailName(const XmlNode& mailbox, const std::string& mailName);
+    // autoresponders: the element of all automatic answers of the mail name.
+    void addMailNameResponder(const XmlNode& autoresponders, const std::string& mailName);
+    // Notes what an automatic answer sends along, or that a mail name is not known. attaches: paths
+    // of files in the content of the automatic answers.
+    void addMailNameResponderAttach(const std::string& mailName, const std::string& responder,
+                                    const Files& attaches);
+    // The same for attachments of no answer: they are put in place with the others, and nothing
+    // takes them from there.
+    void addMailNameRespondersAttaches(const std::string& mailName, const Files& attaches);
+    // spamassassin: the element of the mail name's spam filter.
+    void addMailNameSpamassasin(const XmlNode& spamassassin, const std::string& mailName);
+
+  protected:
+    void extractWhole(ContentUnpacker& unpacker, const WholeContentCid& whole,
+                      const ContentUnpacker::Paths& includes) override;
+    void extractPart(ContentUnpacker& unpacker, const RefferredCid& cid) override;
+    void finishPart(ContentUnpacker& unpacker, const RefferredCid& cid) override;
+    Failure failureOf(const RefferredCid& cid) const override;
+
+  private:
+    struct Attachment {
+        // Empty for none.
+        std::string responder;
+        std::string file;
+    };
+
+    void addPart(const XmlNode& node, Mailbox_Refferred::Kind kind, const std::string& mailName);
+    // Returns whether the mail name is known.
+    bool attach(const std::string& mailName, const std::string& responder, const Files& attaches);
+
+    void extractMailBox(ContentUnpacker& unpacker, const Mailbox_Refferred& part) const;
+    void extractAttachments(ContentUnpacker& unpacker, const Mailbox_Refferred& part) const;
+    void extractSpamData(ContentUnpacker& unpacker, const Mailbox_Refferred& part) const;
+    // Has the panel take the attachments of each answer. A failure costs the one attachment and is
+    // told.
+    void restoreResponderAttaches(const Mailbox_Refferred& part,
+                                  const AttachmentDirectory& directory) const;
+    void takeAttachment(const std::string& mailName, const std::string& responder,
+                        const std::string& path) const;
+
+    std::string domainName_;
+    std::map<std::string, std::vector<Attachment>> attachments_;
+};
+
+}  // namespace zelvo

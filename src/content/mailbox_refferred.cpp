@@ -1,0 +1,45 @@
+#include "content/mailbox_refferred.h"
+
+#include <utility>
+
+#include "commons/files.h"
+#include "content/unsafe_name.h"
+#include "exec/log_exec_cmd.h"
+
+namespace zelvo {
+
+namespace {
+
+const char* typeOf(Mailbox_Refferred::Kind kind) {
+    using Kind = Mailbox_Refferred::Kind;
+    switch (kind) {
+        case Kind::kInbox:
+            return "mailbox_inbox";
+        case Kind::kAttachments:
+            return "attaches";
+        case Kind::kSpamData:
+            return "spam-assasin";
+        case Kind::kMaildir:
+        case Kind::kMbox:
+        case Kind::kListArchive:
+            break;
+    }
+    return "mailbox";
+}
+
+}  // namespace
+
+Mailbox_Refferred::Mailbox_Refferred(const XmlNode& node, Kind contentKind, std::string name)
+    : RefferredCid(node, typeOf(contentKind)), kind(contentKind), mailName(std::move(name)) {}
+
+void Mailbox_Refferred::updateMailList(const std::string& /*domain*/) const {
+    tLogExecCmd arch(files::getMailmanArchFileName());
+    arch << requireMailPart(mailName, "a mail list");
+    arch.exec();
+}
+
+const std::string& requireMailPart(const std::string& name, const std::string& what) {
+    return requireNoOption(requireComponent(name, what), what);
+}
+
+}  // namespace zelvo

@@ -1,0 +1,132 @@
+#include "content/mail_refferred.h"
+
+#include "collecting.h"
+#include "commons/files.h"
+#include "content/mail_list_refferred.h"
+
+using namespace test;
+using testing::ElementsAre;
+using zelvo::DomainMailListRefferred;
+using zelvo::DomainMailRefferred;
+
+namespace {
+
+class MailCollectionTest : public Collecting {
+  protected:
+    MailCollectionTest() {
+        // The mail user's scripts note their calls in it.
+        std::ofstream(box("calls")).close();
+        EXPECT_EQ(0, chmod(box("calls").c_str(), 0666));
+        for (const char* script : {"mb2md.pl", "sa_convert.sh"}) utility(rmk(script));
+        utility(zelvo::files::getDirectCliUtilityPath("autoresponder"),
+                "cat \"${6#add:}\" >> " + box("calls"));
+    }
+    // The calls without the variable part of temporary names.
+    static std::string calls() {
+        const std::string text = Collecting::calls();
+        const auto at = text.find("migration-unpack-");
+        return at == std::string::npos ? text : std::string(text).replace(at + 17, 6, "XXXXXX");
+    }
+};
+
+}  // namespace
+
+// Catches a mailbox that is not converted, converted from elsewhere, or that loses another.
+TEST_F(MailCollectionTest, UnpacksAndConvertsMailboxes) {
+    const Element mail({{"domainmail", "w", ""}});
+    DomainMailRefferred collection(mail, true, "a.com");
+    collection.addMailName(Element({{"mailbox", "own", "Maildir"}}), "plain");
+    collection.addMailName(Element({{"mailbox", "own", "off"}}, "type='mbox'"), "old");
+    collection.addMailName(
+        Element({{"mailbox", "w", "m"}, {"mailbox_inbox", "w", "none"}}, "type='mbox'"), "whole");
+    collection.addMailName(Element({{"mailbox", "own", "a.com/up/Maildir"}}), "up");
+    collection.addMailName(Element({{"mailbox", "own", ""}}), "../joe");
+    collection.addMailName(Element({{"mailbox", "own", ""}}), "-joe");
+    collection.addMailNameSpamassasin(Element({{"spam-assasin", "own", ""}}), "plain");
+    std::filesystem::create_directories(box("mail/a.com/m"));
+    collection.Extract(unpacker);
+    const std::string temporary = unpacked.size() > 2 ? unpacked[2] : "";
+    EXPECT_THAT(unpacked, ElementsAre("mail/a.com m none", "mail/a.com/plain/ Maildir",
+                                      testing::MatchesRegex("tmp/migration-unpack-[^/]{6} off"),
+                                      "mail/a.com/plain/.spamassassin"));
+    EXPECT_EQ(calls(), "mb2md.pl -s " + box("tmp/migration-unpack-XXXXXX") + " -R -d " +
+                           box("mail/a.com/old/Maildir") + "\nmb2md.pl -s " + box("mail/a.com/m") +
+                           " -R -d " + box("mail/a.com/whole/Maildir") + "\nsa_convert.sh " +
+                           box("mail/a.com/plain/.spamassassin") + "\n");
+    EXPECT_THAT(result.messages,
+                ElementsAre("Unable to unpack mailbox content for whole on domain a.com",
+                            "Unable to unpack mailbox content for up on domain a.com",
+                            "Unable to unpack mailbox content for ../joe on domain a.com",
+                            "Unable to unpack mailbox content for -joe on domain a.com"));
+    EXPECT_THAT(log.lines,
+                testing::IsSupersetOf(
+                    {"Extracting the mailbox of plain (archives[mailbox]: own,)",
+                     "Converting the Mbox-formatted mail of old (archives[mailbox]: own,)",
+                     "Converting the Mbox-formatted INBOX of whole(archives[mailbox_inbox]: w,)"}));
+}
+
+// Catches a file of this server that is mailed out, an attachment of another answer or domain, and
+// what stays behind in the temporary directory.
+TEST_F(MailCollectionTest, HandsOverAttachmentsOfItsOwnOnly) {
+    const std::string secret = dir.write("secret", "secret\n");
+    unpacker.work = [&](const std::string& to) {
+        if (!to.starts_with(rmk("tmp"))) return;
+        const std::string of = to + "/at/";
+        std::filesystem::create_directories(of);
+        std::ofstream(of + "hello") << to.substr(rmk("tmp/").size()) << "\n";
+        std::ofstream(of + "a,b") << "comma\n";
+        std::filesystem::create_symlink(secret, of + "link");
+        std::filesystem::create_symlink(dir.path(""), of + "dir");
+    };
+    for (const std::string domain : {"a.com", "b.com"}) {
+        DomainMailRefferred collection(Element({{"domainmail", "w", ""}}), false, domain);
+        collection.addMailNameResponder(
+            Element({{"attaches", domain == "a.com" ? "w" : "own", "at"}}), "joe");
+        collection.addMailNameRespondersAttaches("joe", {"hello"});
+        collection.addMailNameResponderAttach(
+            "joe", "away", {"hello", "link", "dir/secret", "../../../secret", "a,b", "none"});
+        collection.addMailNameResponderAttach("joe", "--off", {"hello"});
+        collection.addMailNameResponderAttach("jim", "away", {"hello"});
+        collection.addMailNameRespondersAttaches("jim", {"hello"});
+        collection.Extract(unpacker);
+    }
+    const auto call = [](const std::string& domain) {
+        return "autoresponder -u away -mail joe@" + domain +
+               " -attach add:" + rmk("tmp/" + domain + "/joe/at/hello") + "\n" + domain + "/joe\n";
+    };
+    EXPECT_EQ(calls(), call("a.com") + call("b.com"));
+    EXPECT_TRUE(std::filesystem::is_empty(rmk("tmp")));
+    EXPECT_EQ(result.messages.size(), 12U);
+    EXPECT_EQ(result.messages.front(), "Unable to unpack mail attachments for joe on domain a.com");
+    EXPECT_THAT(
+        log.lines,
+        testing::IsSupersetOf(
+            {"Add responder 'away' attach for mailname joe",
+             "Cannot add autoresponder 'away' attach for mailname 'jim'. Mail name not found!",
+             "Cannot add autoresponders attaches for mailname 'jim'. Mail name not found!",
+             "Create autoresponders attaches files of joe@a.com(archives[attaches]: w,)"}));
+}
+
+// Catches a rebuild that is missed, done twice, or done for a list that was not unpacked.
+TEST_F(MailCollectionTest, RebuildsTheArchivesOfUnpackedLists) {
+    panelBox.dir.write("etc/qrd/qrd.conf", contentOf(box("etc/qrd/qrd.conf")) + "MAILMAN_ROOT_D " +
+                                               box("mailman") + "\n");
+    utility(zelvo::files::getMailmanArchFileName());
+    const auto extract = [&] {
+        DomainMailListRefferred collection(Element({{"domainmaillist", "w", ""}}), "a.com");
+        collection.addMailList(Element({{"mailbox", "w", "news.mbox"}}), "news");
+        collection.addMailList(Element({{"mailbox", "own", "talk.mbox"}}), "talk");
+        collection.addMailList(Element({{"mailbox", "own", ""}}), "-x");
+        collection.Extract(unpacker);
+    };
+    extract();
+    EXPECT_THAT(unpacked, ElementsAre("lists/archives/private/ news.mbox",
+                                      "lists/archives/private/ talk.mbox"));
+    EXPECT_EQ(calls(), "arch news\narch talk\n");
+    fails = [&](const std::string&) { return unpacker.includes.front() == "news.mbox"; };
+    extract();
+    EXPECT_EQ(calls(), "arch news\narch talk\narch talk\n");
+    const std::string lost = "Unable to unpack mailbox content for -x on domain a.com";
+    EXPECT_THAT(result.messages,
+                ElementsAre(lost, "The resutl of operaion is unexpected: broken", lost));
+}
