@@ -126,8 +126,8 @@ std::string placeOfPart(const std::string& destination, const std::string& offse
 
 void requireUnpackedBelow(const std::string& directory, const std::string& destination,
                           const std::string& offset) {
-    const std::string above = aboveOffset(destination, offset);
-    if (above != directory && !(above + "/").starts_with(directory + "/")) {
+    const std::string top = directory.ends_with('/') ? directory : directory + "/";
+    if (!(aboveOffset(destination, offset) + "/").starts_with(top)) {
         throw EXC(UnsafeName) % offset % "a place in an archive" % ("it leads above " + directory);
     }
 }

@@ -68,7 +68,8 @@ class Collecting : public Unpacking {
     // Makes a utility that notes its arguments, then runs a script.
     static void utility(const std::string& path, const std::string& script = "") {
         std::filesystem::create_directories(std::filesystem::path(path).parent_path());
-        writeProgram(path, "echo \"${0##*/} $*\" >> " + box("calls") + "\n" + script + "\n");
+        writeProgram(path,
+                     "n=${0##*/}; echo \"${n%.*} $*\" >> " + box("calls") + "\n" + script + "\n");
     }
     static std::string calls() { return contentOf(box("calls")); }
 

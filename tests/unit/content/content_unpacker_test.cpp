@@ -96,29 +96,10 @@ TEST_F(ContentUnpackerTest, GoesThroughLinksOfTheAdministratorOnly) {
     EXPECT_THAT(linkIn(rmk("tmp/of"), 0755, 0), testing::EndsWith(refused));
 }
 
-// Each kind of content: where it goes and what the directory that is made for it looks like. Ids:
-// qrdadm 4711:4712, popuser 4713:4714, list 4715:4716, webmaster 4717, qrdcln 4718, qrdserv 4719,
-// qrdftp 4720.
+// Each kind of content that is no part of a virtual host: where it goes and what the directory that
+// is made for it looks like. Ids: qrdadm 4711:4712, popuser 4713:4714, list 4715:4716, webmaster
+// 4717, qrdcln 4718.
 TEST_F(ContentUnpackerTest, KnowsTheOwnersOfEachKindOfContent) {
-    using U = FakeUnpacker;
-    const auto owned = [&](Paths (zelvo::ContentUnpacker::*extract)(const Cid&, const std::string&,
-                                                                    const std::string&,
-                                                                    const std::string&)) {
-        return [&, extract](const std::string& to) {
-            (unpacker.*extract)(cid, to, "webmaster", "off");
-        };
-    };
-    const auto fixed = [&](Paths (zelvo::ContentUnpacker::*extract)(const Cid&, const std::string&,
-                                                                    const std::string&)) {
-        return [&, extract](const std::string& to) { (unpacker.*extract)(cid, to, "off"); };
-    };
-    const auto docroot = [&](Paths (zelvo::ContentUnpacker::*extract)(
-                             const Cid&, const std::string&, const std::string&, const std::string&,
-                             const std::string&)) {
-        return [&, extract](const std::string& to) {
-            (unpacker.*extract)(cid, "a.com", to, "webmaster", "off");
-        };
-    };
     const Paths wanted = {"off"};
     Paths result;
     bool convert = false;
@@ -136,28 +117,6 @@ TEST_F(ContentUnpackerTest, KnowsTheOwnersOfEachKindOfContent) {
          "lists/archives/private/", "40755 4715:4716"},
         {[&](auto&) { unpacker.extractDomainMail(cid, "a.com", wanted); }, "mail/a.com",
          "40755 4713:4714"},
-        {docroot(&U::extractDomainDocRoot), "", "40750 4717:4718"},
-        {docroot(&U::extractDomainDocRootSSL), "", "40750 4717:4718"},
-        {owned(&U::extractDomainCgi), "", "40750 4717:4718"},
-        {fixed(&U::extractDomainWebStat), "", "40750 0:0"},
-        {fixed(&U::extractDomainWebStatSSL), "", "40750 0:0"},
-        {fixed(&U::extractDomainFtpStat), "", "40750 0:0"},
-        {fixed(&U::extractDomainAnonFtpStat), "", "40750 0:0"},
-        {owned(&U::extractDomainErrorDocs), "", "40750 4717:4719"},
-        {fixed(&U::extractDomainLogs), "", "40750 0:4719"},
-        {owned(&U::extractDomainPrivate), "", "40750 4717:4718"},
-        {owned(&U::extractDomainPublicAnonFtp), "", "40750 4717:4718"},
-        {owned(&U::extractDomainIncomingAnonFtp), "", "40750 4717:4720"},
-        {fixed(&U::extractDomainConf), "", "40755 0:0"},
-        {fixed(&U::extractSubDomainConf), "", "40755 0:4719"},
-        {owned(&U::extractSubDomainDocRoot), "", "40755 4717:4718"},
-        {owned(&U::extractSubDomainDocRootSSL), "", "40755 4717:4718"},
-        {owned(&U::extractSubDomainCgiBin), "", "40755 4717:4718"},
-        {owned(&U::extractWebUserContent), "", "40755 4717:4718"},
-        {owned(&U::extractSiteAppHttpDocs), "", "40755 4717:4718"},
-        {owned(&U::extractSiteAppCgiBin), "", "40755 4717:4718"},
-        {fixed(&U::extractSiteAppScripts), "", "40755 0:4718"},
-        {fixed(&U::extractSiteAppHttpsScripts), "", "40755 0:4718"},
         {[&](auto&) { unpacker.extractAutoResponder(cid, "bob", "away", "off"); },
          "product/RMK/tmp/bob/away", "40770 4711:4712"},
         {[&](auto&) { unpacker.extractSpamAssassinContent(cid, "a.com", "bob", convert, "off"); },

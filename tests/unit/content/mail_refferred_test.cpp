@@ -45,19 +45,20 @@ TEST_F(MailCollectionTest, UnpacksAndConvertsMailboxes) {
     collection.addMailNameSpamassasin(Element({{"spam-assasin", "own", ""}}), "plain");
     std::filesystem::create_directories(box("mail/a.com/m"));
     collection.Extract(unpacker);
-    const std::string temporary = unpacked.size() > 2 ? unpacked[2] : "";
     EXPECT_THAT(unpacked, ElementsAre("mail/a.com m none", "mail/a.com/plain/ Maildir",
                                       testing::MatchesRegex("tmp/migration-unpack-[^/]{6} off"),
                                       "mail/a.com/plain/.spamassassin"));
-    EXPECT_EQ(calls(), "mb2md.pl -s " + box("tmp/migration-unpack-XXXXXX") + " -R -d " +
-                           box("mail/a.com/old/Maildir") + "\nmb2md.pl -s " + box("mail/a.com/m") +
-                           " -R -d " + box("mail/a.com/whole/Maildir") + "\nsa_convert.sh " +
+    EXPECT_EQ(calls(), "mb2md -s " + box("tmp/migration-unpack-XXXXXX") + " -R -d " +
+                           box("mail/a.com/old/Maildir") + "\nmb2md -s " + box("mail/a.com/m") +
+                           " -R -d " + box("mail/a.com/whole/Maildir") + "\nsa_convert " +
                            box("mail/a.com/plain/.spamassassin") + "\n");
-    EXPECT_THAT(result.messages,
-                ElementsAre("Unable to unpack mailbox content for whole on domain a.com",
-                            "Unable to unpack mailbox content for up on domain a.com",
-                            "Unable to unpack mailbox content for ../joe on domain a.com",
-                            "Unable to unpack mailbox content for -joe on domain a.com"));
+    EXPECT_THAT(
+        result.messages,
+        ElementsAre(
+            "CantUnpackMailboxContent: Unable to unpack mailbox content for whole on domain a.com",
+            "CantUnpackMailboxContent: Unable to unpack mailbox content for up on domain a.com",
+            "CantUnpackMailboxContent: Unable to unpack mailbox content for ../joe on domain a.com",
+            "CantUnpackMailboxContent: Unable to unpack mailbox content for -joe on domain a.com"));
     EXPECT_THAT(log.lines,
                 testing::IsSupersetOf(
                     {"Extracting the mailbox of plain (archives[mailbox]: own,)",
@@ -97,7 +98,8 @@ TEST_F(MailCollectionTest, HandsOverAttachmentsOfItsOwnOnly) {
     EXPECT_EQ(calls(), call("a.com") + call("b.com"));
     EXPECT_TRUE(std::filesystem::is_empty(rmk("tmp")));
     EXPECT_EQ(result.messages.size(), 12U);
-    EXPECT_EQ(result.messages.front(), "Unable to unpack mail attachments for joe on domain a.com");
+    EXPECT_EQ(result.messages.front(),
+              "CantUnpackAttachments: Unable to unpack mail attachments for joe on domain a.com");
     EXPECT_THAT(
         log.lines,
         testing::IsSupersetOf(
@@ -116,17 +118,22 @@ TEST_F(MailCollectionTest, RebuildsTheArchivesOfUnpackedLists) {
         DomainMailListRefferred collection(Element({{"domainmaillist", "w", ""}}), "a.com");
         collection.addMailList(Element({{"mailbox", "w", "news.mbox"}}), "news");
         collection.addMailList(Element({{"mailbox", "own", "talk.mbox"}}), "talk");
+        collection.addMailList(Element({{"mailbox", "own", "part"}}), "old");
         collection.addMailList(Element({{"mailbox", "own", ""}}), "-x");
         collection.Extract(unpacker);
     };
     extract();
     EXPECT_THAT(unpacked, ElementsAre("lists/archives/private/ news.mbox",
-                                      "lists/archives/private/ talk.mbox"));
-    EXPECT_EQ(calls(), "arch news\narch talk\n");
+                                      "lists/archives/private/ talk.mbox",
+                                      "lists/archives/private/old.mbox part"));
+    const std::string once = "arch news\narch talk\narch old\n";
+    EXPECT_EQ(calls(), once);
     fails = [&](const std::string&) { return unpacker.includes.front() == "news.mbox"; };
     extract();
-    EXPECT_EQ(calls(), "arch news\narch talk\narch talk\n");
-    const std::string lost = "Unable to unpack mailbox content for -x on domain a.com";
-    EXPECT_THAT(result.messages,
-                ElementsAre(lost, "The resutl of operaion is unexpected: broken", lost));
+    EXPECT_EQ(calls(), once + "arch talk\narch old\n");
+    const std::string lost =
+        "CantUnpackMailboxContent: Unable to unpack mailbox content for -x on domain a.com";
+    EXPECT_THAT(
+        result.messages,
+        ElementsAre(lost, "UnExpectedResult: The resutl of operaion is unexpected: broken", lost));
 }

@@ -10,7 +10,7 @@ using zelvo::DomainVHostRefferred;
 namespace {
 
 using VHostTest = Collecting;
-const std::string kLost = "The resutl of operaion is unexpected: ";
+const std::string kLost = "UnExpectedResult: The resutl of operaion is unexpected: ";
 const char* const kSub = "m\xc3\xbcll";
 
 }  // namespace
@@ -36,45 +36,56 @@ TEST_F(VHostTest, PutsEachKindInItsPlace) {
         const char* attributes;
         const char* failure;
     } rows[] = {
-        {domain, "docroot", "/httpdocs", "40750 4717:4718", "web-content of domain a.com"},
-        {domain, "docroot_ssl", "/httpsdocs", "40750 4717:4718", "ssl-content of domain a.com"},
-        {domain, "cgi", "/cgi-bin", "40750 4717:4718", "cgi-content of domain a.com"},
-        {domain, "conf", "/conf", "40755 0:0", "content of domain a.com"},
-        {domain, "webstat", "/statistics/webstat", "40750 0:0", "web statistics of domain a.com"},
+        {domain, "docroot", "/httpdocs", "40750 4717:4718",
+         "DomainDocroot: Can not deploy web-content of domain a.com"},
+        {domain, "docroot_ssl", "/httpsdocs", "40750 4717:4718",
+         "DomainDocrootSsl: Can not deploy ssl-content of domain a.com"},
+        {domain, "cgi", "/cgi-bin", "40750 4717:4718",
+         "DomainCgi: Can not deploy cgi-content of domain a.com"},
+        {domain, "conf", "/conf", "40755 0:0",
+         "DomainContent: Can not deploy content of domain a.com"},
+        {domain, "webstat", "/statistics/webstat", "40750 0:0",
+         "Webstat: Can not deploy web statistics of domain a.com"},
         {domain, "webstat_ssl", "/statistics/webstat-ssl", "40750 0:0",
-         "web statistics of domain a.com"},
-        {domain, "ftpstat", "/statistics/ftpstat", "40750 0:0", "ftp statistics of domain a.com"},
+         "Webstat: Can not deploy web statistics of domain a.com"},
+        {domain, "ftpstat", "/statistics/ftpstat", "40750 0:0",
+         "Ftpstat: Can not deploy ftp statistics of domain a.com"},
         {domain, "anon_ftpstat", "/statistics/anon_ftpstat", "40750 0:0",
-         "ftp statistics of domain a.com"},
+         "Ftpstat: Can not deploy ftp statistics of domain a.com"},
         {domain, "error_docs", "/error_docs", "40750 4717:4719",
-         "error documents for domain a.com"},
-        {domain, "private", "/private", "40750 4717:4718", "private data of domain a.com"},
+         "ErrorDocs: Can not deploy error documents for domain a.com"},
+        {domain, "private", "/private", "40750 4717:4718",
+         "PrivateData: Can not deploy private data of domain a.com"},
         {domain, "admin_private", "/private/webmaster", "40750 4717:4718",
-         "private data of domain a.com"},
-        {domain, "logs", "/statistics/logs", "40750 0:4719", "log files on domain a.com"},
+         "PrivateData: Can not deploy private data of domain a.com"},
+        {domain, "logs", "/statistics/logs", "40750 0:4719",
+         "Logs: Can not deploy log files on domain a.com"},
         {user, "webuser_home", "/web_users/webmaster", "40755 4717:4718",
-         "web content of webuser Webmaster (domain a.com)"},
+         "WebuserContent: Can not deploy web content of webuser Webmaster (domain a.com)"},
         {user, "webuser_private", "/web_users/webmaster/private/", "40755 4717:4718",
-         "web content of webuser Webmaster (domain a.com)"},
+         "WebuserContent: Can not deploy web content of webuser Webmaster (domain a.com)"},
         {ftp, "ftp_pub", "/anon_ftp/pub", "40750 4717:4718",
-         "anonymous ftp content of domain a.com"},
+         "DomainPublicAnonFtp: Can not deploy anonymous ftp content of domain a.com"},
         {ftp, "ftp_incoming", "/anon_ftp/incoming", "40750 4717:4720",
-         "anonymous ftp content of domain a.com"},
+         "DomainPublicAnonFtp: Can not deploy anonymous ftp content of domain a.com"},
         {sub, "docroot", "/subdomains/xn--mll-hoa/httpdocs", "40755 4717:4718",
-         "web content of subdomain m\xc3\xbcll (domain a.com)"},
+         "SubdomainDocroot: Can not deploy web content of subdomain m\xc3\xbcll (domain a.com)"},
         {sub, "docroot_ssl", "/subdomains/xn--mll-hoa/httpsdocs", "40755 4717:4718",
-         "ssl-content of subdomain m\xc3\xbcll (domain a.com)"},
+         "SubdomainDocrootSsl: Can not deploy ssl-content of subdomain m\xc3\xbcll (domain a.com)"},
         {sub, "cgi", "/subdomains/xn--mll-hoa/cgi-bin", "40755 4717:4718",
-         "cgi content of subdomain m\xc3\xbcll (domain a.com)"},
+         "SubdomainCgi: Can not deploy cgi content of subdomain m\xc3\xbcll (domain a.com)"},
         {sub, "conf", "/subdomains/xn--mll-hoa/conf", "40755 0:4719",
-         "conf directory of subdomain m\xc3\xbcll (domain a.com)"},
-        {app, "sapp-scripts", "/vault_scripts/7", "40755 0:4718", "content of domain a.com"},
+         "SubdomainConf: Can not deploy conf directory of subdomain m\xc3\xbcll (domain a.com)"},
+        {app, "sapp-scripts", "/vault_scripts/7", "40755 0:4718",
+         "DomainContent: Can not deploy content of domain a.com"},
         {app, "sapp-https-scripts", "/vault_https_scripts/7", "40755 0:4718",
-         "content of domain a.com"},
-        {app, "sapp-cgi-bin", "/cgi-bin/a/b", "40755 4717:4718", "content of domain a.com"},
-        {app, "sapp-htdocs", "/httpdocs/a/b", "40755 4717:4718", "content of domain a.com"},
+         "DomainContent: Can not deploy content of domain a.com"},
+        {app, "sapp-cgi-bin", "/cgi-bin/a/b", "40755 4717:4718",
+         "DomainContent: Can not deploy content of domain a.com"},
+        {app, "sapp-htdocs", "/httpdocs/a/b", "40755 4717:4718",
+         "DomainContent: Can not deploy content of domain a.com"},
         {subApp, "sapp-htdocs", "/subdomains/xn--mll-hoa/httpsdocs/", "40755 4717:4718",
-         "content of domain a.com"},
+         "DomainContent: Can not deploy content of domain a.com"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.to);
@@ -90,7 +101,7 @@ TEST_F(VHostTest, PutsEachKindInItsPlace) {
         EXPECT_THAT(result.messages, ElementsAre());
         fails = [](const std::string&) { return true; };
         collection.Extract(unpacker);
-        EXPECT_THAT(result.messages, ElementsAre(std::string("Can not deploy ") + row.failure));
+        EXPECT_THAT(result.messages, ElementsAre(std::string("CantUnpack") + row.failure));
         fails = [](const std::string&) { return false; };
     }
 }
@@ -121,25 +132,32 @@ TEST_F(VHostTest, UnpacksTheWholeOnceAndEachOtherPartByItself) {
     collection.Extract(unpacker);
     EXPECT_THAT(unpacked, ElementsAre("vhosts/a.com httpdocs private", "vhosts/a.com/ cgi-bin",
                                       "vhosts/a.com/statistics/logs"));
-    EXPECT_THAT(result.messages,
-                ElementsAre("Can not deploy content of domain a.com",
-                            "Can not deploy web statistics of domain a.com",
-                            "Can not deploy web statistics of domain a.com",
-                            "Can not deploy ftp statistics of domain a.com",
-                            "Can not deploy error documents for domain a.com",
-                            "Can not deploy web content of webuser nobody-here (domain a.com)",
-                            "Can not deploy web content of webuser root (domain a.com)",
-                            "Can not deploy web content of subdomain ../.. (domain a.com)",
-                            "Can not deploy web content of subdomain shop (domain a.com)",
-                            "Can not deploy content of domain a.com"));
-    EXPECT_THAT(log.lines,
-                testing::IsSupersetOf(
-                    {std::string("Going to unpack domain content"),
-                     std::string("Going to unpack domain vhost content with restored objects"),
-                     "failure " + kLost + "a part's place in an archive is no plain path",
-                     std::string("failure 'nobody-here' can not be the owner of content: the "
-                                 "system has no such user"),
-                     std::string("Finished unpacking domain content")}));
+    EXPECT_THAT(
+        result.messages,
+        ElementsAre(
+            "CantUnpackDomainContent: Can not deploy content of domain a.com",
+            "CantUnpackWebstat: Can not deploy web statistics of domain a.com",
+            "CantUnpackWebstat: Can not deploy web statistics of domain a.com",
+            "CantUnpackFtpstat: Can not deploy ftp statistics of domain a.com",
+            "CantUnpackErrorDocs: Can not deploy error documents for domain a.com",
+            "CantUnpackWebuserContent: Can not deploy web content of webuser nobody-here (domain "
+            "a.com)",
+            "CantUnpackWebuserContent: Can not deploy web content of webuser root (domain a.com)",
+            "CantUnpackSubdomainDocroot: Can not deploy web content of subdomain ../.. (domain "
+            "a.com)",
+            "CantUnpackSubdomainDocroot: Can not deploy web content of subdomain shop (domain "
+            "a.com)",
+            "CantUnpackDomainContent: Can not deploy content of domain a.com"));
+    EXPECT_THAT(
+        log.lines,
+        testing::IsSupersetOf(
+            {std::string("Going to unpack domain content"),
+             std::string("Going to unpack domain vhost content with restored objects"),
+             "failure " + kLost + "a part's place in an archive is no plain path",
+             std::string(
+                 "failure UnsuitableOwner: 'nobody-here' can not be the owner of content: the "
+                 "system has no such user"),
+             std::string("Finished unpacking domain content")}));
 
     unpacked.clear();
     result.messages.clear();
@@ -150,7 +168,8 @@ TEST_F(VHostTest, UnpacksTheWholeOnceAndEachOtherPartByItself) {
     second.Extract(unpacker);
     EXPECT_THAT(unpacked, ElementsAre("vhosts/a.com x", "vhosts/a.com/cgi-bin"));
     EXPECT_THAT(result.messages,
-                ElementsAre(kLost + "broken", "Can not deploy cgi-content of domain a.com"));
+                ElementsAre(kLost + "broken",
+                            "CantUnpackDomainCgi: Can not deploy cgi-content of domain a.com"));
 }
 
 // Catches after-work that is forgotten for a part of the whole, or that costs the content.
