@@ -2,6 +2,8 @@
 
 #include <cstdio>
 #include <fstream>
+#include <functional>
+#include <ostream>
 #include <stdexcept>
 
 namespace bench {
@@ -72,23 +74,41 @@ std::string domain(int number) {
 )";
 }
 
-}  // namespace
-
-void writeDump(const std::string& path, int domains) {
+// A dump with this in it.
+void writeFile(const std::string& path, const std::function<void(std::ostream&)>& content) {
     std::ofstream file(path);
     file << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<migration-dump>\n";
-    for (int client = 0; client < kClients; ++client) {
-        file << clientStart(client);
-        for (int number = client; number < domains; number += kClients) {
-            file << domain(number);
-        }
-        file << "  </domains>\n</client>\n";
-    }
+    content(file);
     file << "</migration-dump>\n";
     file.close();
     if (!file) {
         throw std::runtime_error("cannot write " + path);
     }
+}
+
+}  // namespace
+
+void writeDump(const std::string& path, int domains) {
+    writeFile(path, [domains](std::ostream& file) {
+        for (int client = 0; client < kClients; ++client) {
+            file << clientStart(client);
+            for (int number = client; number < domains; number += kClients) {
+                file << domain(number);
+            }
+            file << "  </domains>\n</client>\n";
+        }
+    });
+}
+
+void writeZoneDump(const std::string& path, int records) {
+    writeFile(path, [records](std::ostream& file) {
+        file << "<domain name=\"domain.example\"><properties><dns-zone>\n";
+        for (int number = 0; number < records; ++number) {
+            file << "  <dnsrec type=\"A\" src=\"host" << number
+                 << ".domain.example.\" dst=\"192.0.2.1\"/>\n";
+        }
+        file << "</dns-zone></properties></domain>\n";
+    });
 }
 
 int domainsIn(std::size_t bytes) { return static_cast<int>(bytes / domain(100000).size()); }

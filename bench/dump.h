@@ -11,6 +11,9 @@ namespace bench {
 // std::runtime_error.
 void writeDump(const std::string& path, int domains);
 
+// Writes a dump of one domain with a zone of that many records. Raises std::runtime_error.
+void writeZoneDump(const std::string& path, int records);
+
 // The number of domains of a dump that is about so big.
 int domainsIn(std::size_t bytes);
 
