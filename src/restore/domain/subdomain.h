@@ -20,7 +20,7 @@ class tSubdomainDeployer : public XmlDeployDocAbility {
     using XmlDeployDocAbility::act;
     // Restores the subdomain up to its content, which is only gathered. Raises
     // FailedSubdomainDeployment, MigrationTerminatedException and, for a quota that is no number,
-    // LimitConversionError; the failures of its parts are told.
+    // NumberConversionError; the failures of its parts are told.
     void act(XmlNode node) const override;
 
   private:

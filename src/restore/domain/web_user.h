@@ -18,7 +18,7 @@ class tWebuserDeployer : public XmlDeployDocAbility {
     using XmlDeployDocAbility::act;
     // Restores the user up to its content, which is only gathered. Raises FailedWebuserDeployment,
     // tError_XPath_CantEvaluate without a `sysuser` and, for a quota that is no number,
-    // LimitConversionError; the failure of a cron table is told.
+    // NumberConversionError; the failure of a cron table is told.
     void act(XmlNode node) const override;
 
   private:
