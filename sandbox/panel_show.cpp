@@ -3,9 +3,11 @@
 #include <cstdio>
 #include <map>
 #include <stdexcept>
+#include <string_view>
 
 #include "files.h"
 #include "panel/model.h"
+#include "panel/system_objects.h"
 #include "paths.h"
 #include "words.h"
 
@@ -19,6 +21,16 @@ void line(int depth, const std::string& text) {
 
 bool isContact(const std::string& option) {
     return option == "name" || option == "pname" || option == "email";
+}
+
+// What is shown as it is, and not counted.
+bool isTable(const Option& option) {
+    return option.tool == "crontabmng" || option.tool == "webstat" ||
+           (option.name == "record" && (option.tool == "dns" || option.tool == "server_dns"));
+}
+
+bool isFile(const Option& option) {
+    return option.tool == "certificate" && option.name.ends_with("-file");
 }
 
 // What tells of the object itself, with ", " between: "name 'Bob B.', status enabled".
@@ -35,6 +47,12 @@ std::string facts(const Object& object, const std::vector<Option>& options) {
         if (option.name == "suspended" && option.value == "true") {
             add("SUSPENDED");
         }
+        if (isFile(option)) {
+            add(option.name + " " + option.value);
+        }
+        if (option.tool == kSystem && option.name != "uid") {
+            add(option.name + " " + quoteWord(option.value));
+        }
     }
     return text;
 }
@@ -43,7 +61,9 @@ std::string facts(const Object& object, const std::vector<Option>& options) {
 std::string optionCounts(const std::vector<Option>& options) {
     std::map<std::string, int> counts;
     for (const Option& option : options) {
-        ++counts[option.tool];
+        if (option.tool != kSystem && !isTable(option) && !isFile(option)) {
+            ++counts[option.tool];
+        }
     }
     std::string text;
     for (const auto& [tool, count] : counts) {
@@ -69,11 +89,27 @@ std::string describe(Model& model, const Object& object) {
     return text;
 }
 
+std::string_view withoutNewline(std::string_view text) {
+    text.remove_suffix(text.ends_with('\n') ? 1 : 0);
+    return text;
+}
+
 std::string describeIp(Model& model, const Object& ip) {
     const auto type = model.option(ip, "ipmanage", "type");
     const auto domain = model.option(ip, "ipmanage", "default-domain");
     return "ip " + ip.name + ": " + type.value_or("shared") +
            (domain ? ", default domain " + *domain : "");
+}
+
+// Zones, filters and cron tables, each of their lines as one.
+void showTables(Model& model, const Object& object, int depth) {
+    for (const Option& option : model.options(object)) {
+        if (isTable(option)) {
+            for (const std::string_view text : splitText(withoutNewline(option.value), '\n')) {
+                line(depth, option.tool + " " + option.name + ": " + std::string(text));
+            }
+        }
+    }
 }
 
 void showBelow(Model& model, const Object& parent, int depth) {
@@ -83,6 +119,7 @@ void showBelow(Model& model, const Object& parent, int depth) {
         } else {
             line(depth, object.kind == "ip" ? describeIp(model, object) : describe(model, object));
         }
+        showTables(model, object, depth + 1);
         showBelow(model, object, depth + 1);
     }
 }
@@ -93,7 +130,9 @@ void show(const std::string& state) {
         throw std::runtime_error("there is no panel in " + state);
     }
     Model model(path);
-    showBelow(model, model.at(Model::kServer), 0);
+    const Object server = model.at(Model::kServer);
+    showTables(model, server, 0);
+    showBelow(model, server, 0);
 }
 
 }  // namespace

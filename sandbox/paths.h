@@ -7,6 +7,7 @@ namespace sandbox {
 inline constexpr char kProductRoot[] = "/opt/qrd";
 inline constexpr char kStateDir[] = "/opt/qrd/var/sandbox";
 inline constexpr char kUtilityDir[] = "/opt/qrd/admin/vlib/api-cli";
+inline constexpr char kConfigurationFile[] = "/etc/qrd/qrd.conf";
 inline constexpr char kPasswordFile[] = "/etc/qrd/.qrd.shadow";
 
 // Files of the state directory.

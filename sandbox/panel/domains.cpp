@@ -1,6 +1,7 @@
 // The utilities of domains and of what hangs on them.
 #include "files.h"
 #include "panel/command.h"
+#include "panel/hosting.h"
 #include "panel/objects.h"
 #include "paths.h"
 #include "words.h"
@@ -9,14 +10,32 @@ namespace sandbox {
 
 namespace {
 
-// The template is one of the owner or of the administrator.
+// A template of the owner or of the administrator.
+Object usedTemplate(Model& model, const Request& request, const std::string& name) {
+    for (const Object& owner : {ownerOption(model, request), model.at(Model::kAdmin)}) {
+        if (const auto used = model.find("domain_template", name, owner)) {
+            return *used;
+        }
+    }
+    throw Refusal("domain_template " + quoteWord(name) + " does not exist");
+}
+
 Answer createDomain(Model& model, const Request& request) {
     createObject(model, request);
-    const std::string* used = request.option("template");
-    if (used != nullptr && !model.find("domain_template", *used, ownerOption(model, request)) &&
-        !model.find("domain_template", *used, model.at(Model::kAdmin))) {
-        throw Refusal("domain_template " + quoteWord(*used) + " does not exist");
+    const Object domain = requestedObject(model, request);
+    const std::string* name = request.option("template");
+    if (name != nullptr) {
+        makeTemplateHosting(model, domain, usedTemplate(model, request, *name), request);
+    } else {
+        applyHosting(model, domain, request);
     }
+    return {};
+}
+
+Answer updateDomain(Model& model, const Request& request) {
+    const Object domain = requestedObject(model, request);
+    storeOptions(model, domain, request);
+    applyHosting(model, domain, request);
     return {};
 }
 
@@ -61,7 +80,7 @@ constexpr char kHandler[] = "SuspendHandlerRunner";
 
 constexpr Command kRows[] = {
     {"domain", "--create", Shape::kName, "domain", kOwner, createDomain, nullptr, "force"},
-    {"domain", "--update", Shape::kName, "domain", kOwner, updateObject},
+    {"domain", "--update", Shape::kName, "domain", kOwner, updateDomain},
     {"domain", "--remove", Shape::kName, "domain", kOwner, removeObject},
     {"domain", "--info", Shape::kName, "domain", kOwner, tellDomain},
     {"domain", "--change-owner", Shape::kName, "domain", kOwner, moveObject},

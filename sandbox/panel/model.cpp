@@ -4,6 +4,7 @@
 
 #include <initializer_list>
 #include <stdexcept>
+#include <utility>
 #include <variant>
 
 namespace sandbox {
@@ -141,7 +142,14 @@ void Model::run(const char* sql) {
 
 void Model::makeTables() { run(kTables); }
 
-void Model::commit() { run("COMMIT"); }
+void Model::whenKept(std::function<void()> work) { work_.push_back(std::move(work)); }
+
+void Model::commit() {
+    for (const auto& work : work_) {
+        work();
+    }
+    run("COMMIT");
+}
 
 Object Model::at(std::int64_t id) {
     Query query(*this, "SELECT * FROM object WHERE id=?", {id});

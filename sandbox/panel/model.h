@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -43,6 +44,9 @@ class Model {
     Model(const Model&) = delete;
     Model& operator=(const Model&) = delete;
 
+    // What is done outside when the changes are kept: by commit(), in the order in which it was
+    // given, while other calls still wait. Changes that are dropped leave nothing behind.
+    void whenKept(std::function<void()> work);
     void commit();
 
     Object at(std::int64_t id);  // the object must exist
@@ -85,6 +89,7 @@ class Model {
         void operator()(sqlite3* handle) const;
     };
     std::unique_ptr<sqlite3, Close> handle_;
+    std::vector<std::function<void()>> work_;
 };
 
 }  // namespace sandbox

@@ -1,5 +1,8 @@
 #include "panel/objects.h"
 
+#include <string>
+
+#include "panel/system_objects.h"
 #include "words.h"
 
 namespace sandbox {
@@ -96,6 +99,15 @@ Object domainOption(Model& model, const Request& request) {
     return existing(model, "domain", request.neededOption("domain"));
 }
 
+// ---- numbers -------------------------------------------------------------
+
+long nextNumber(Model& model, std::string_view utility) {
+    const Object server = model.at(Model::kServer);
+    const long next = std::stol(model.option(server, utility, "last").value_or("0")) + 1;
+    model.setOption(server, {std::string(utility), "last", std::to_string(next)});
+    return next;
+}
+
 // ---- commands ------------------------------------------------------------
 
 void storeOptions(Model& model, const Object& object, const Request& request) {
@@ -131,7 +143,7 @@ Answer updateObject(Model& model, const Request& request) {
 }
 
 Answer removeObject(Model& model, const Request& request) {
-    model.erase(requestedObject(model, request));
+    eraseObject(model, requestedObject(model, request));
     return {};
 }
 

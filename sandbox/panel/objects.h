@@ -47,6 +47,11 @@ inline constexpr ParentRule kOwner{"owner", ownerOption, Unique::kOnPanel};
 inline constexpr ParentRule kEachOwner{"owner", ownerOption};
 inline constexpr ParentRule kEachDomain{"domain", domainOption};
 
+// ---- numbers -------------------------------------------------------------
+
+// The next number that the utility gives away, each one once; the first one is 1.
+long nextNumber(Model& model, std::string_view utility);
+
 // ---- commands ------------------------------------------------------------
 
 // Keeps the options of the request as options of the object; "guid" is its own.

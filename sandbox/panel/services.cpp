@@ -8,6 +8,7 @@
 #include "files.h"
 #include "panel/command.h"
 #include "panel/objects.h"
+#include "panel/system_objects.h"
 #include "panel/system_users.h"
 #include "words.h"
 
@@ -43,8 +44,7 @@ std::string readSecret(const std::string& path) {
     if (!fd || fstat(fd.get(), &status) != 0) {
         throw Refusal("there is no file " + quoteWord(path));
     }
-    const auto panel = systemUserIds("qrdadm");
-    if (!panel || status.st_uid != panel->user || (status.st_mode & 07777) != 0600) {
+    if (status.st_uid != systemUserId("qrdadm") || (status.st_mode & 07777) != 0600) {
         throw Refusal(quoteWord(path) + " must be qrdadm's alone");
     }
     return readAll(fd.get());
@@ -92,14 +92,6 @@ Object buttonOwner(Model& model, const Request& request) {
 
 constexpr ParentRule kButtonOwner{"owner", buttonOwner, Unique::kOnPanel};
 
-std::string nextButtonId(Model& model) {
-    const Object server = model.at(Model::kServer);
-    const std::string last = model.option(server, "custombutton", "last-id").value_or("0");
-    const std::string next = std::to_string(std::stol(last) + 1);
-    model.setOption(server, {"custombutton", "last-id", next});
-    return next;
-}
-
 Answer buttonId(const std::string& id) {
     return {0, "<?xml version=\"1.0\"?>\n<custombutton-id>" + id + "</custombutton-id>\n", ""};
 }
@@ -109,7 +101,8 @@ Answer createButton(Model& model, const Request& request) {
         readNow(*icon);
     }
     const Object owner = buttonOwner(model, request);
-    const Object button = model.insert("custombutton", nextButtonId(model), owner);
+    const Object button =
+        model.insert("custombutton", std::to_string(nextNumber(model, "custombutton")), owner);
     storeOptions(model, button, request);
     return request.option("print-id") != nullptr ? buttonId(button.name) : Answer{};
 }
@@ -118,17 +111,26 @@ Answer someButtonId() { return buttonId("1"); }
 
 // ---- cron tables ---------------------------------------------------------
 
+// An account of the panel's making, or else of the machine.
+Object cronUser(Model& model, const std::string& login) {
+    if (const auto user = model.find(kSystemUser, login)) {
+        return *user;
+    }
+    if (!systemUserId(login)) {
+        throw Refusal("there is no account " + quoteWord(login));
+    }
+    const Object server = model.at(Model::kServer);
+    const auto known = model.find("crontab", login, server);
+    return known ? *known : model.insert("crontab", login, server);
+}
+
 // "set FILE USER"
 Answer setCronTable(Model& model, const Request& request) {
     if (request.words.size() != 1) {
         throw Refusal("a file and a user are needed");
     }
     const std::string table = readNow(request.name);
-    const Object server = model.at(Model::kServer);
-    const std::string& user = request.words.front();
-    const auto known = model.find("crontab", user, server);
-    model.setOption(known ? *known : model.insert("crontab", user, server),
-                    {"crontabmng", "table", table});
+    model.setOption(cronUser(model, request.words.front()), {"crontabmng", "table", table});
     return {};
 }
 

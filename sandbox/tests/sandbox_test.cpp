@@ -11,6 +11,7 @@
 #include <fstream>
 #include <set>
 
+#include "file_tree.h"
 #include "panel/objects.h"
 
 namespace {
@@ -76,6 +77,14 @@ constexpr std::pair<std::string_view, std::string_view> kRefused[] = {
     {"domain --create b.com -template t", "domain_template t does not exist"},
     {"subdomain --create www -domain a.com", "subdomain www exists already"},
     {"subdomain --update www -domain b.com", "domain b.com does not exist"},
+    {"subdomain --create www -domain c.com", "domain c.com has no physical hosting"},
+    {"subdomain --create new -domain a.com -ftp_user native -login bob",
+     "an account bob exists already in the system"},
+    {"webuser --create root -domain a.com", "an account root exists already in the system"},
+    {"domain --update c.com -hosting true -hst_type phys", "--update needs -login"},
+    {"certificate --create x -admin -key-file /etc/passwd", "/etc/passwd must be qrdadm's alone"},
+    {"dns --set a.com -list 'A,www,192.0.2.1;SRV,_sip._tcp.b.com.,sip,1;'",
+     "no record for a.com: SRV,_sip._tcp.b.com.,sip,1"},
     {"objectInfo --getinfo -property-names name -guid g2", "there is no object with guid g2"},
     {"ip_pool --add 192.0.2.1 -type shared -owner bob", "ip 192.0.2.1 does not exist"},
     {"domain --destroy a.com", "unknown command --destroy"},
@@ -86,7 +95,9 @@ TEST(Refusals, SayWhyAndChangeNothing) {
     Sandbox box;
     box.setup(
         "client --create bob -owner admin -guid g1\nreseller --create rita\n"
-        "domain --create a.com -owner bob\nsubdomain --create www -domain a.com\n");
+        "domain --create a.com -owner bob\n"
+        "domain --update a.com -hosting true -hst_type phys -login bob\n"
+        "subdomain --create www -domain a.com\ndomain --create c.com\n");
     const std::string held = (box.runCommand({"/bin/true"}), box.panel());
     for (const auto& [call, reason] : kRefused) {
         const std::string name(call.substr(0, call.find(' ')));
@@ -116,8 +127,12 @@ TEST(Panel, RemembersWhatItWasTold) {
         "client --convert-to-reseller bob\n"
         "reseller --update bob -status enabled\n"
         "domain --create b.com -owner rita -template small -force\n"
+        "domain --update a.com -hosting true -hst_type phys -login anna -shell /bin/sh\n"
+        "domain --update b.com -hosting true -hst_type phys -login ben\n"
         "subdomain --create www -domain a.com -ssl true\n"
         "subdomain --create www -domain b.com\n"
+        "crontabmng set /etc/qrd/.qrd.shadow ben\n"
+        "dns --set b.com -list 'NS,,ns.b.com.;A,,192.0.2.1;;'\n"
         "domain_template --create small -owner bob -hosting true\n");
     const auto info = box.runCommand(
         utility("objectInfo", {"--getinfo", "-property-names", "name", "-guid", "g1"}));
@@ -128,18 +143,87 @@ TEST(Panel, RemembersWhatItWasTold) {
     const std::string small = "domain_template small: options: domain_template 1\n";
     const std::string rest =
         "  reseller rita: name 'Rita R.'; options: reseller 1\n"
-        "    domain b.com: options: domain 2\n"
-        "      subdomain www\n"
+        "    domain b.com: directory /opt/qrd/var/vhosts/b.com; options: domain 5\n"
+        "      dns record: NS,,ns.b.com.\n"
+        "      dns record: A,,192.0.2.1\n"
+        "      subdomain www: directory /opt/qrd/var/vhosts/b.com/subdomains/www\n"
+        "      sysuser ben: home /opt/qrd/var/vhosts/b.com, shell /bin/false\n"
+        "        crontabmng table: panel-in-a-box\n"
         "ip 192.0.2.1: exclusive, default domain a.com\n";
     EXPECT_EQ(box.panel(),
               "admin\n  " + small +
                   "  reseller bob: name Bob, password encrypted, status enabled; "
                   "options: reseller 3\n"
-                  "    domain a.com: options: domain 1, domain_pref 1; traffic rows: 3; guid g1\n"
-                  "      subdomain www: options: subdomain 1\n    " +
+                  "    domain a.com: directory /opt/qrd/var/vhosts/a.com; options: domain 5, "
+                  "domain_pref 1; traffic rows: 3; guid g1\n"
+                  "      subdomain www: directory /opt/qrd/var/vhosts/a.com/subdomains/www; "
+                  "options: subdomain 1\n"
+                  "      sysuser anna: home /opt/qrd/var/vhosts/a.com, shell /bin/sh\n    " +
                   small + rest);
     box.runCommand(utility("reseller", {"--remove", "bob"}));
     EXPECT_EQ(box.panel(), "admin\n  " + small + rest);
+}
+
+// Catches: content that would land in no living tree, or in one that outlives its site, and users
+// or directories of changes that were refused.
+TEST(Panel, MakesUsersAndDirectoriesThatLiveAsLongAsTheirObjects) {
+    Sandbox box;
+    box.setup(
+        "domain_template --create gold -hosting true\n"
+        "client --create bob\n"
+        "domain --create bücher.example -owner bob -template gold -login bob -shell /bin/sh\n"
+        "domain --update bücher.example -login rob\n"
+        "subdomain --create bü -domain bücher.example -ftp_user native -login sub\n"
+        "webuser --create wu -domain bücher.example\n"
+        "domain --create b.example -owner bob\n"
+        "domain --update b.example -hosting true -hst_type phys -login ben\n"
+        "domain --update b.example -hosting true -hst_type std\n");
+    const std::string vhosts = "/opt/qrd/var/vhosts";
+    const std::string site = "xn--bcher-kva.example/";
+    EXPECT_EQ(treeOf(box, vhosts + "/" + site),
+              R"(./ root:root 755
+anon_ftp/ root:root 755
+anon_ftp/incoming/ rob:qrdftp 770
+anon_ftp/pub/ rob:qrdcln 755
+cgi-bin/ rob:qrdserv 750
+conf/ root:qrdserv 750
+error_docs/ rob:qrdserv 755
+httpdocs/ rob:qrdserv 750
+httpdocs/index.html rob:qrdcln 644 'This site is new.\n'
+httpsdocs/ rob:qrdserv 750
+httpsdocs/index.html rob:qrdcln 644 'This site is new.\n'
+private/ rob:root 750
+statistics/ root:root 755
+statistics/anon_ftpstat/ root:root 755
+statistics/ftpstat/ root:root 755
+statistics/logs/ root:qrdserv 750
+statistics/webstat-ssl/ root:root 755
+statistics/webstat/ root:root 755
+subdomains/ root:root 755
+subdomains/xn--b-eha/ root:root 755
+subdomains/xn--b-eha/cgi-bin/ sub:qrdserv 750
+subdomains/xn--b-eha/conf/ root:qrdserv 750
+subdomains/xn--b-eha/error_docs/ sub:qrdserv 755
+subdomains/xn--b-eha/httpdocs/ sub:qrdserv 750
+subdomains/xn--b-eha/httpdocs/index.html sub:qrdcln 644 'This site is new.\n'
+subdomains/xn--b-eha/httpsdocs/ sub:qrdserv 750
+subdomains/xn--b-eha/httpsdocs/index.html sub:qrdcln 644 'This site is new.\n'
+web_users/ root:root 755
+web_users/wu/ wu:qrdserv 750
+)");
+    const std::string look = "tail -n 3 /etc/passwd; ls " + vhosts;
+    EXPECT_EQ(box.runCommand(shell(look)).out,
+              "rob:x:10001:2123::/opt/qrd/var/vhosts/xn--bcher-kva.example:/bin/sh\n"
+              "sub:x:10002:2123::/opt/qrd/var/vhosts/xn--bcher-kva.example/subdomains/xn--b-eha:"
+              "/bin/false\n"
+              "wu:x:10003:2123::/opt/qrd/var/vhosts/xn--bcher-kva.example/web_users/wu:/bin/false\n"
+              "xn--bcher-kva.example\n");
+    const auto gone = box.runCommand(
+        shell("./domain.php --update b.example -hosting true -hst_type phys -login new -shell x; "
+              "./client.php --remove bob; " +
+              look));
+    EXPECT_THAT(gone.out, ::testing::EndsWith(
+                              "\nlist:x:2116:2126:list archives:/opt/qrd/mailman:/bin/false\n"));
 }
 
 TEST(Panel, KeepsListsInOrderAndOfOtherOptionsTheLastValue) {
