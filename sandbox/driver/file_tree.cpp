@@ -16,6 +16,8 @@ struct File {
     std::string path;
     std::string mode;
     std::string content;
+    std::string owner = "root";
+    std::string group = "root";
     bool isLink = false;
     bool isDirectory() const { return path.ends_with('/'); }
 };
@@ -25,6 +27,11 @@ File fileOf(const std::string& line) {
     if (words.empty()) throw std::runtime_error("a file without a name");
     File file{words[0].text, words[0].text.ends_with('/') ? "755" : "644", ""};
     std::size_t next = 1;
+    const auto colon = next < words.size() ? words[next].text.find(':') : std::string::npos;
+    if (colon != std::string::npos && !words[next].quoted) {
+        file.owner = words[next].text.substr(0, colon);
+        file.group = words[next++].text.substr(colon + 1);
+    }
     if (next < words.size() && !words[next].quoted &&
         words[next].text.find_first_not_of("01234567") == std::string::npos) {
         file.mode = words[next++].text;
@@ -37,6 +44,8 @@ File fileOf(const std::string& line) {
     if (next < words.size()) throw std::runtime_error("too many words: " + line);
     return file;
 }
+
+std::string idOf(const std::string& name) { return name == "root" ? ":0" : ":54321"; }
 
 void make(const File& file, const TempDir& dir) {
     const fs::path path = dir.path(file.path);
@@ -53,23 +62,27 @@ void make(const File& file, const TempDir& dir) {
 
 void makeArchive(const std::string& path, const std::string& files) {
     const TempDir dir;
-    Lines command{"/bin/tar",
-                  "--create",
-                  "--auto-compress",
-                  "--no-recursion",
-                  "--owner=root:0",
-                  "--group=root:0",
-                  "--file=" + path,
-                  "--directory=" + dir.path(""),
-                  "--"};
+    const std::string plain = path + ".plain";
+    const auto tar = [&plain](Lines options) {
+        options.insert(options.begin(), {"/bin/tar", "--file=" + plain});
+        const ProcessResult result = Process(options, {"PATH=/usr/bin:/bin"}).wait();
+        if (result.exitStatus != 0) throw std::runtime_error("tar: " + result.err);
+    };
+    fs::create_directories(fs::path(path).parent_path());
+    tar({"--create", "--files-from=/dev/null"});
     for (const std::string& line : linesOf(files)) {
         const File file = fileOf(line);
         make(file, dir);
-        command.push_back(file.path);
+        // The ids are for a system that does not know the names.
+        tar({"--append", "--no-recursion", "--owner=" + file.owner + idOf(file.owner),
+             "--group=" + file.group + idOf(file.group), "--directory=" + dir.path(""), "--",
+             file.path});
     }
-    fs::create_directories(fs::path(path).parent_path());
-    const ProcessResult tar = Process(command, {"PATH=/usr/bin:/bin"}).wait();
-    if (tar.exitStatus != 0) throw std::runtime_error("tar: " + tar.err);
+    if (path.ends_with("gz")) {
+        const ProcessResult gzip = Process({"/bin/gzip", "--suffix=.gz", plain}, {}).wait();
+        if (gzip.exitStatus != 0) throw std::runtime_error("gzip: " + gzip.err);
+    }
+    fs::rename(path.ends_with("gz") ? plain + ".gz" : plain, path);
 }
 
 std::string treeOf(Sandbox& box, const std::string& directory) {
