@@ -1,4 +1,5 @@
-// bench-unpacking UNPACK DIRECTORY: unpacking big archives beside a bare tar. Runs in a panel.
+// bench-unpacking UNPACK UNPACK_SITE USER DIRECTORY: unpacking big archives, and the content of a
+// domain, beside a bare tar. USER: a customer's. Runs in a panel.
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -6,7 +7,10 @@
 #include <random>
 #include <stdexcept>
 #include <string>
+#include <utility>
+#include <vector>
 
+#include "commons/files.h"
 #include "measure.h"
 
 namespace {
@@ -31,6 +35,17 @@ struct Shape {
 constexpr Shape kBig = {"1 GB in 16 files", 1, 16, 1'000'000'000 / 16};
 constexpr Shape kMany = {"200,000 small files", 200, 1000, 100};
 constexpr Shape kSmall = {"one small file", 1, 1, 100};
+constexpr Shape kSite = {"20,000 files in 30 parts", 200, 100, 2000};
+
+// What unpacks, and whom the directory belongs to then.
+struct Subject {
+    // Gets the session, the archive, the directory and more.
+    std::string program;
+    std::vector<std::string> more;
+    fs::path destination;
+    std::string mode;
+    std::string owner;
+};
 
 std::string bytes(std::size_t size) {
     std::mt19937_64 random(size);
@@ -46,11 +61,10 @@ std::string bytes(std::size_t size) {
 // An archive in a session, unpacked again and again into one place.
 class Unpacking {
   public:
-    Unpacking(std::string unpack, const fs::path& directory, const Shape& shape)
-        : unpack_(std::move(unpack)),
+    Unpacking(Subject subject, const fs::path& directory, const Shape& shape)
+        : subject_(std::move(subject)),
           session_(directory / "session"),
-          archive_(std::string(shape.name) + ".tar"),
-          destination_(directory / "unpacked") {
+          archive_(std::string(shape.name) + ".tar") {
         const fs::path tree = directory / "tree";
         const std::string content = bytes(shape.fileSize);
         for (int i = 0; i < shape.directories; ++i) {
@@ -69,39 +83,41 @@ class Unpacking {
     }
     ~Unpacking() {
         fs::remove(session_ / archive_);
-        fs::remove_all(destination_);
+        fs::remove_all(subject_.destination);
     }
     Unpacking(const Unpacking&) = delete;
     Unpacking& operator=(const Unpacking&) = delete;
 
     Cost measure() const {
-        fs::remove_all(destination_);
-        return bench::costOfProgram({unpack_, session_, archive_, destination_});
+        fs::remove_all(subject_.destination);
+        std::vector<std::string> command = {subject_.program, session_, archive_,
+                                            subject_.destination};
+        command.insert(command.end(), subject_.more.begin(), subject_.more.end());
+        return bench::costOfProgram(command);
     }
 
     // With the owners that the directory gets, set by hand.
     Cost measureBare() const {
-        fs::remove_all(destination_);
+        fs::remove_all(subject_.destination);
         return bench::costOfProgram(
             {"sh", "-c",
-             "mkdir \"$1\" && tar -xf \"$0\" -C \"$1\" && chmod 0750 \"$1\" && "
-             "chown popuser:qrdcln \"$1\"",
-             session_ / archive_, destination_});
+             "mkdir \"$1\" && tar -xf \"$0\" -C \"$1\" && chmod \"$2\" \"$1\" && "
+             "chown \"$3\" \"$1\"",
+             session_ / archive_, subject_.destination, subject_.mode, subject_.owner});
     }
 
     // Of the names in the archive, in kilobytes.
     double namesSize() const { return namesSize_; }
 
   private:
-    std::string unpack_;
+    Subject subject_;
     fs::path session_;
     std::string archive_;
-    fs::path destination_;
     double namesSize_ = 0;
 };
 
 // Measures time, and tells it. Returns whether it is good.
-bool compare(const Unpacking& unpacking, const Shape& shape) {
+bool compare(const Unpacking& unpacking, const Shape& shape, double target = 1.1) {
     Comparison toBare(shape.name);
     for (int pair = 0; pair < kPairs; ++pair) {
         // In turn the first: what the one leaves of a machine, the other finds.
@@ -111,40 +127,52 @@ bool compare(const Unpacking& unpacking, const Shape& shape) {
         bare = isBareFirst ? bare : unpacking.measureBare();
         toBare.add(cost, bare);
     }
-    return toBare.tellTime(1.1);
+    return toBare.tellTime(target);
 }
 
-bool run(const std::string& unpack, const fs::path& directory) {
+bool runArchives(const std::string& unpack, const fs::path& directory) {
     bench::tellHeading(
         "Unpacking an archive", "an archive of the session is unpacked as by a restore",
         "tar -x, chmod and chown; for memory the archive of one small file. \"Less the "
         "names\": less six times their text, as often as it is there while it is "
         "logged");
-    const Cost small = Unpacking(unpack, directory, kSmall).measure();
+    const Subject subject = {unpack, {}, directory / "unpacked", "0750", "popuser:qrdcln"};
+    const Cost small = Unpacking(subject, directory, kSmall).measure();
     Comparison bigToSmall(kBig.name);
     Comparison manyToSmall("200,000 small files less the names");
     bool isOk = true;
     {
-        const Unpacking big(unpack, directory, kBig);
+        const Unpacking big(subject, directory, kBig);
         isOk = compare(big, kBig);
         bigToSmall.add(big.measure(), small);
     }
-    const Unpacking many(unpack, directory, kMany);
+    const Unpacking many(subject, directory, kMany);
     isOk = compare(many, kMany) && isOk;
     manyToSmall.add(many.measure(), small);
     isOk = bigToSmall.tellPeak(1.1) && isOk;
     return manyToSmall.tellPeak(1.1, kCopies * many.namesSize()) && isOk;
 }
 
+bool runSite(const std::string& unpackSite, const std::string& user, const fs::path& directory) {
+    bench::tellHeading("Unpacking the content of a domain",
+                       "a whole archive with 30 parts, as by the restore of a hosting",
+                       "tar -x, chmod and chown");
+    const fs::path vhosts = zelvo::files::getVhostsDir();
+    fs::create_directories(vhosts);
+    const Subject site = {unpackSite, {user}, vhosts / "site.example", "0755", user + ":qrdcln"};
+    return compare(Unpacking(site, directory, kSite), kSite, 1.15);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 3) {
-        std::fputs("usage: bench-unpacking UNPACK DIRECTORY\n", stderr);
+    if (argc != 5) {
+        std::fputs("usage: bench-unpacking UNPACK UNPACK_SITE USER DIRECTORY\n", stderr);
         return 2;
     }
     try {
-        return run(argv[1], argv[2]) ? 0 : 1;
+        const bool isSiteOk = runSite(argv[2], argv[3], argv[4]);
+        return runArchives(argv[1], argv[4]) && isSiteOk ? 0 : 1;
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "bench-unpacking: %s\n", failure.what());
         return 2;
