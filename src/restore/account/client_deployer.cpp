@@ -151,10 +151,7 @@ void ClientDeployer::deployProperties(const XmlNode& node) const {
         guarded([&] { loadTraffic("--add-batch-user", name_, node.getNode("traffic")); });
     }
     reportUnsupported(node, "preferences/domain-template");
-    node.foreach (
-        "preferences/custom-button",
-        [this](const XmlNode& button) { CustomButtonDeployer(name_).act(button); },
-        deploy_error_func);
+    deployEach(node, "preferences/custom-button", CustomButtonDeployer(name_));
     if (node.test("properties/wz-reseller")) {
         guarded([&] { deploySiteWizard(node.getNode("properties/wz-reseller")); });
     }

@@ -23,9 +23,7 @@ void DomainAliasDeployer::act(XmlNode node) const {
         CliExec status = updateCommand("domalias", name);
         addStatus(status, node.getNode("status"));
         status.exec();
-        const DnsDeployer zones(name);
-        node.foreach (
-            "dns-zone", [&zones](const XmlNode& zone) { zones.act(zone); }, deploy_error_func);
+        deployEach(node, "dns-zone", DnsDeployer(name));
     }
 }
 

@@ -174,16 +174,11 @@ void tDomainDeployer::deployServices(const XmlNode& node) const {
     CliExec cmd = updateCommand("domain_pref", domain_.name);
     appendOptions(node, cmd, {{"-www", "@www", falseOrTrue}});
     cmd.exec();
-    node.foreach (
-        "preferences/domain-alias",
-        [this](const XmlNode& alias) { DomainAliasDeployer(domain_.name).act(alias); },
-        deploy_error_func);
+    deployEach(node, "preferences/domain-alias", DomainAliasDeployer(domain_.name));
     if (node.test("maillists")) {
         guarded([&] { deployMailLists(node.getNode("maillists")); });
     }
-    node.foreach (
-        "tomcat", [this](const XmlNode& tomcat) { TomcatDeployer(domain_.name).act(tomcat); },
-        deploy_error_func);
+    deployEach(node, "tomcat", TomcatDeployer(domain_.name));
 }
 
 void tDomainDeployer::deployMailLists(const XmlNode& maillists) const {
@@ -233,14 +228,8 @@ void tDomainDeployer::deployExtras(const XmlNode& node, const DomainInfo& hosted
     if (node.test("traffic")) {
         guarded([&] { loadTraffic("--add-batch", domain_.name, node.getNode("traffic")); });
     }
-    node.foreach (
-        "certificates/certificate",
-        [this](const XmlNode& certificate) { CertificateDeployer(domain_.name).act(certificate); },
-        deploy_error_func);
-    node.foreach (
-        "preferences/custom-button",
-        [this](const XmlNode& button) { CustomButtonDeployer(domain_.name).act(button); },
-        deploy_error_func);
+    deployEach(node, "certificates/certificate", CertificateDeployer(domain_.name));
+    deployEach(node, "preferences/custom-button", CustomButtonDeployer(domain_.name));
     if (node.test("preferences/default-domain") && !hosted.address.empty()) {
         IPDefaultDomains[hosted.address] = domain_.name;
     }

@@ -55,11 +55,6 @@ void appendSafeMode(const XmlNode& scripting, CmdLine& cmd) {
     appendOptions(scripting, cmd, {{"-php_safe_mode", "not(@php_safe_mode)", falseIf}});
 }
 
-void deployEach(const XmlNode& node, const std::string& expr, const XmlDeployDocAbility& deployer) {
-    node.foreach (
-        expr, [&deployer](const XmlNode& each) { deployer.act(each); }, deploy_error_func);
-}
-
 }  // namespace
 
 PhysicalHostingDeployer::PhysicalHostingDeployer(DomainInfo domain, const TemplateRules& rules)

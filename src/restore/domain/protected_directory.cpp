@@ -54,9 +54,7 @@ void tProtDirDeployer::deployDirectory(const XmlNode& node, const std::string& n
     }
     appendOptions(node, cmd, {{"-title", "@title", ifSet}});
     execForgiving(cmd);
-    const tProtDirUserDeployer users(domainName_, name);
-    node.foreach (
-        "pduser", [&users](const XmlNode& user) { users.act(user); }, deploy_error_func);
+    deployEach(node, "pduser", tProtDirUserDeployer(domainName_, name));
 }
 
 tProtDirUserDeployer::tProtDirUserDeployer(std::string domainName, std::string directory)

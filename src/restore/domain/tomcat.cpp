@@ -17,9 +17,7 @@ void TomcatDeployer::act(XmlNode node) const {
     addStatus(cmd, node.getNode("status"));
     cmd.exec();
     reconfigureWebserver = true;
-    const TomcatApplicationDeployer application(domainName_);
-    node.foreach (
-        "webapp", [&](const XmlNode& webapp) { application.act(webapp); }, deploy_error_func);
+    deployEach(node, "webapp", TomcatApplicationDeployer(domainName_));
 }
 
 TomcatApplicationDeployer::TomcatApplicationDeployer(std::string domainName)

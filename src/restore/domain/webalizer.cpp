@@ -33,14 +33,8 @@ void WebalizerDeployer::act(XmlNode node) const {
     if (node.test("@hide-direct-referrer = 'true'")) {
         addEntry(domainName_, "hidden_direct");
     }
-    const WebalizerGroupReferrerDeployer group(domainName_);
-    node.foreach (
-        "webalizer-group-referrer", [&](const XmlNode& referrer) { group.act(referrer); },
-        deploy_error_func);
-    const WebalizerHiddenReferrerDeployer hidden(domainName_);
-    node.foreach (
-        "webalizer-hidden-referrer", [&](const XmlNode& referrer) { hidden.act(referrer); },
-        deploy_error_func);
+    deployEach(node, "webalizer-group-referrer", WebalizerGroupReferrerDeployer(domainName_));
+    deployEach(node, "webalizer-hidden-referrer", WebalizerHiddenReferrerDeployer(domainName_));
 }
 
 WebalizerHiddenReferrerDeployer::WebalizerHiddenReferrerDeployer(std::string domainName)

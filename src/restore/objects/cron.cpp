@@ -22,9 +22,7 @@ void CronDeployer::act(XmlNode node) const {
 }
 
 void deployCronTables(const XmlNode& sysuser) {
-    const CronDeployer table(sysuser.str("@name"));
-    sysuser.foreach (
-        "cron", [&table](const XmlNode& cron) { table.act(cron); }, deploy_error_func);
+    deployEach(sysuser, "cron", CronDeployer(sysuser.str("@name")));
 }
 
 }  // namespace zelvo

@@ -70,6 +70,11 @@ void tDeployDocAbility::tryInstallSkin(const XmlNode& node, const std::string& u
     }
 }
 
+void deployEach(const XmlNode& node, const std::string& expr, const XmlDeployDocAbility& deployer) {
+    node.foreach (
+        expr, [&deployer](const XmlNode& found) { deployer.act(found); }, deploy_error_func);
+}
+
 void addPermission(CmdLine& cmd, const XmlNode& permission) {
     const std::string option = "-" + permission.str("@name");
     appendOptions(permission, cmd, {{option.c_str(), "@value", falseOrTrue}});

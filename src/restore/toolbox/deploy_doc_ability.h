@@ -99,6 +99,10 @@ class XmlDeployDocAbility : public tXmlOperator, public virtual tDeployDocAbilit
     virtual void act(XmlNode node) const = 0;
 };
 
+// Has the deployer act on each node that the expression finds below the element, in document order.
+// The failure of one is told, and the next one follows.
+void deployEach(const XmlNode& node, const std::string& expr, const XmlDeployDocAbility& deployer);
+
 // "-NAME false" when a `permission` element's @value is "false", otherwise "-NAME true".
 void addPermission(CmdLine& cmd, const XmlNode& permission);
 
