@@ -63,7 +63,7 @@ void BareCommand::run() const {
     posix_spawn_file_actions_adddup2(&actions, err[1], STDERR_FILENO);
     pid_t pid = 0;
     const int error =
-        posix_spawn(&pid, argv_[0], &actions, nullptr, argv_.data(), environment_.data());
+        posix_spawnp(&pid, argv_[0], &actions, nullptr, argv_.data(), environment_.data());
     posix_spawn_file_actions_destroy(&actions);
     close(in[0]);
     close(out[1]);

@@ -74,6 +74,49 @@ std::string domain(int number) {
 )";
 }
 
+std::string site(int number) {
+    const std::string name = "site" + std::to_string(number) + ".example";
+    std::string text = R"(<domain name=")" + name + R"(" guid=")" + guid(3, number) + R"(">
+  <certificates><certificate name="main"><certificate-data>CERT</certificate-data>
+    <private-key>KEY</private-key></certificate></certificates>
+  <properties>
+    <ip><ip-address>192.0.2.1</ip-address><ip-type>exclusive</ip-type></ip>
+    <status><enabled/></status>
+    <dns-zone serial-format="YYYYMMDDNN">
+)";
+    for (int record = 0; record < 10; ++record) {
+        text += "      <dnsrec type=\"A\" src=\"host" + std::to_string(record) + "." + name +
+                ".\" dst=\"192.0.2.1\"/>\n";
+    }
+    return text + R"(      <dns-zone-param name="ttl" unit="days" value="86400"/>
+    </dns-zone>
+  </properties>
+  <phosting deployer-action="update" https="true" webstat="true" errdocs="true" wu_script="true">
+    <content>
+      <cid type="docroot"><content-file>site.tar</content-file></cid>
+      <cid type="logs"><content-file>site.tar</content-file></cid>
+    </content>
+    <webusers><webuser>
+      <sysuser name="customer"><password type="plain">secret-w</password></sysuser>
+    </webuser></webusers>
+    <subdomains><subdomain name="www"><scripting php="true"/></subdomain></subdomains>
+    <limits-and-permissions><scripting php="true" cgi="true"/></limits-and-permissions>
+    <preferences>
+      <sysuser name="customer" quota="100"><password type="plain">secret-s</password>
+        <cron>0 3 * * * true</cron></sysuser>
+      <anonftp pub="true"/>
+      <pdir name="private" nonssl="true">
+        <pduser name="ann"><password type="plain">secret-p</password></pduser>
+      </pdir>
+      <logrotation enabled="true"><logrotation-period period="daily"/></logrotation>
+      <webalizer hide-direct-referrer="true"/>
+      <perfomance><max-connections>10</max-connections></perfomance>
+    </preferences>
+  </phosting>
+</domain>
+)";
+}
+
 // A dump with this in it.
 void writeFile(const std::string& path, const std::function<void(std::ostream&)>& content) {
     std::ofstream file(path);
@@ -96,6 +139,14 @@ void writeDump(const std::string& path, int domains) {
                 file << domain(number);
             }
             file << "  </domains>\n</client>\n";
+        }
+    });
+}
+
+void writeSitesDump(const std::string& path, int sites) {
+    writeFile(path, [sites](std::ostream& file) {
+        for (int number = 0; number < sites; ++number) {
+            file << site(number);
         }
     });
 }

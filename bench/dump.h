@@ -11,6 +11,11 @@ namespace bench {
 // std::runtime_error.
 void writeDump(const std::string& path, int domains);
 
+// Writes a dump with that many domains with full hosting: settings, a subdomain, a web user, a
+// protected directory, a zone, a certificate. They belong to the system user "customer", and the
+// content of each is the archive "site.tar" beside the dump. Raises std::runtime_error.
+void writeSitesDump(const std::string& path, int sites);
+
 // Writes a dump of one domain with a zone of that many records. Raises std::runtime_error.
 void writeZoneDump(const std::string& path, int records);
 

@@ -37,6 +37,13 @@ void writeZone(const fs::path& session, int count) {
     bench::writeZoneDump(session / "restore.xml", count);
 }
 
+void writeSites(const fs::path& session, int count) {
+    bench::writeSitesDump(session / "restore.xml", count);
+    std::ofstream(session / "index.html") << "Welcome\n";
+    bench::costOfProgram({"tar", "-cf", session / "site.tar", "-C", session, "index.html"});
+}
+
+constexpr Shape kSites = {"200 sites", writeSites, 200};
 constexpr Shape kSmall = {"2,000 domains", writeDomains, 2000};
 constexpr Shape kBig = {"20,000 domains", writeDomains, 20000};
 constexpr Shape kSmallZone = {"2,000 records", writeZone, 2000};
@@ -93,6 +100,20 @@ class Restore {
     fs::path original_;
     fs::path session_;
 };
+
+bool compareSites(const std::string& deployer, const fs::path& directory) {
+    const Restore sites(deployer, directory, kSites);
+    Comparison toBare("200 sites, to the bare loop");
+    for (int round = 0; round < 2 * kRounds; ++round) {
+        const Cost cost = sites.measure();
+        toBare.add(cost, sites.measureBare());
+    }
+    bench::tellHeading("Domains with full hosting (" +
+                           std::to_string(bench::countCommands(sites.log())) + " commands)",
+                       "deployer --deploy-dump with utilities that do nothing and a real tar",
+                       "a bare loop of posix_spawn and waitpid with the same commands");
+    return toBare.tellTime(1.15);
+}
 
 bool compareZones(const std::string& deployer, const fs::path& directory) {
     const Restore small(deployer, directory, kSmallZone);
@@ -154,7 +175,8 @@ int main(int argc, char** argv) {
     }
     try {
         const bool isOk = compareDomains(argv[1], argv[2], argv[3], argv[4]);
-        return compareZones(argv[1], argv[4]) && isOk ? 0 : 1;
+        const bool areSitesOk = compareSites(argv[1], argv[4]);
+        return compareZones(argv[1], argv[4]) && areSitesOk && isOk ? 0 : 1;
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "bench-restore: %s\n", failure.what());
         return 2;
