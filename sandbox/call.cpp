@@ -41,7 +41,8 @@ const std::string* Call::env(std::string_view name) const {
 
 const std::vector<std::string>& callVariables() {
     static const std::vector<std::string> names = {
-        "ALLOW_WEAK_PASSWORDS", "LANG",         "MYSQL_PWD", "PGPASSWORD", "PGUSER",
+        "ALLOW_WEAK_PASSWORDS", "LANG",         "MYSQL_PWD",
+        "NO_CHECK_COMPONENTS",  "PGPASSWORD",   "PGUSER",
         "QRD_CRYPTED_PASSWORD", "QRD_PASSWORD", "ZELVO_SUID"};
     return names;
 }

@@ -96,6 +96,9 @@ std::string treeOf(Sandbox& box, const std::string& directory) {
         const std::string* const field = &fields[fields.size() - 5];
         const std::string& type = field[3];
         const std::string inState = directory.substr(1) + "/" + field[0];
+        if (!box.hasFile(inState) && type == "f") {
+            throw std::runtime_error(directory + " is in no view of the sandbox");
+        }
         const std::string path = (field[0].empty() ? "." : field[0]) + (type == "d" ? "/" : "");
         lines[path] =
             sandbox::quoteWord(path) + " " + field[1] +
