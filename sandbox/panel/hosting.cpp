@@ -1,7 +1,12 @@
 // The utilities of what stands in a domain's virtual host, and of the names that lead there.
 #include "panel/hosting.h"
+
+#include <string>
+#include <string_view>
+
 #include "panel/command.h"
 #include "panel/objects.h"
+#include "panel/request.h"
 #include "panel/site_tree.h"
 #include "panel/system_objects.h"
 #include "words.h"

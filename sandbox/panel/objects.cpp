@@ -1,7 +1,5 @@
 #include "panel/objects.h"
 
-#include <string>
-
 #include "panel/system_objects.h"
 #include "words.h"
 
