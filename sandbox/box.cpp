@@ -57,20 +57,6 @@ void bindTree(const std::string& source, const std::string& target) {
     mountOrFail(source, target, MS_BIND | MS_REC);
 }
 
-void makeDir(const std::string& path, mode_t mode = 0755) {
-    if (mkdir(path.c_str(), mode) != 0 && errno != EEXIST) {
-        failWithErrno("cannot make " + path);
-    }
-}
-
-void makeDirs(const std::string& path) {
-    if (access(path.c_str(), F_OK) == 0) {
-        return;
-    }
-    makeDirs(path.substr(0, path.rfind('/')));
-    makeDir(path);
-}
-
 // What stands there already stays, a file that a person put there included.
 void makeLink(const std::string& target, const std::string& path) {
     if (symlink(target.c_str(), path.c_str()) != 0 && errno != EEXIST) {

@@ -1,10 +1,12 @@
 #include "files.h"
 
 #include <fcntl.h>
+#include <ftw.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <stdexcept>
 #include <utility>
@@ -39,6 +41,30 @@ void failWithErrno(const std::string& doing) {
 std::string stateFile(const char* name) { return std::string(kStateDir) + "/" + name; }
 
 bool fileExists(const std::string& path) { return access(path.c_str(), F_OK) == 0; }
+
+void makeDir(const std::string& path, mode_t mode) {
+    if (mkdir(path.c_str(), mode) != 0 && errno != EEXIST) {
+        failWithErrno("cannot make " + path);
+    }
+}
+
+void makeDirs(const std::string& path) {
+    if (fileExists(path)) {
+        return;
+    }
+    makeDirs(path.substr(0, path.rfind('/')));
+    makeDir(path);
+}
+
+void removeTree(const std::string& path) {
+    constexpr int kOpenAtOnce = 16;
+    const auto removeOne = [](const char* name, const struct stat*, int, FTW*) {
+        return std::remove(name);
+    };
+    if (nftw(path.c_str(), removeOne, kOpenAtOnce, FTW_DEPTH | FTW_PHYS) != 0 && errno != ENOENT) {
+        failWithErrno("cannot remove " + path);
+    }
+}
 
 std::string readAll(int fd) {
     std::string text;

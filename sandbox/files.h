@@ -1,6 +1,8 @@
-// Whole files and descriptors, read and written without streams: a utility call is over in less
-// time than a stream library takes to start.
+// Whole files, directories and descriptors, read and written without streams: a utility call is
+// over in less time than a stream library takes to start.
 #pragma once
+
+#include <sys/types.h>
 
 #include <optional>
 #include <string>
@@ -33,6 +35,13 @@ class Fd {
 std::string stateFile(const char* name);
 
 bool fileExists(const std::string& path);
+
+// A directory, and one with all above it; what exists stays as it is.
+void makeDir(const std::string& path, mode_t mode = 0755);
+void makeDirs(const std::string& path);
+
+// The directory with all in it, links not followed; nothing when it does not exist.
+void removeTree(const std::string& path);
 
 // Reads up to the end of file; throws on an error.
 std::string readAll(int fd);

@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
-#include <filesystem>
 #include <memory>
 #include <span>
 #include <stdexcept>
@@ -165,7 +164,7 @@ std::string webUserDirectory(const std::string& virtualHost, const std::string& 
 }
 
 void makeVirtualHost(const std::string& directory, const std::string& owner) {
-    std::filesystem::create_directories(std::filesystem::path(directory).parent_path());
+    makeDirs(directory.substr(0, directory.rfind('/')));
     makeTree(directory, kVirtualHost, owner);
 }
 

@@ -1,9 +1,9 @@
 #include "panel/system_objects.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <string_view>
 
+#include "files.h"
 #include "panel/command.h"
 #include "panel/objects.h"
 #include "panel/system_users.h"
@@ -69,7 +69,7 @@ SystemUser systemUser(Model& model, const Object& user) {
 void clearDirectory(Model& model, const Object& holder) {
     const auto path = directoryOf(model, holder);
     if (path && !path->empty()) {
-        model.whenKept([directory = *path] { std::filesystem::remove_all(directory); });
+        model.whenKept([directory = *path] { removeTree(directory); });
     }
 }
 
