@@ -12,7 +12,8 @@
 class Sandbox;
 
 // Makes an archive of the files with GNU tar, in their order, compressed with gzip if its name ends
-// in "gz". They may lack owners, who are root then, and modes: 755 and 644. Missing content is none.
+// in "gz". They may lack owners, who are root then, and modes: 755 and 644. Missing content is
+// none.
 void makeArchive(const std::string& path, const std::string& files);
 
 // All that stands under a directory of the sandbox, itself ("./") included, sorted by path; a mark

@@ -13,12 +13,9 @@ struct Place {
 };
 
 constexpr std::size_t kAny = 100;
-const Place kPlaces[] = {{"QRD_PASSWORD=", {7, 16}, 0, 0},
-                         {"QRD_CRYPTED_PASSWORD=", {7}, 0, 0},
-                         {" -fppasswd ", {7}, 0, 0},
-                         {" backup_", {7}, 0, 0},
-                         {"/opt/qrd/RMK/tmp/", {6}, 0, kAny},
-                         {"/migration.", {6}, 1, kAny}};
+const Place kPlaces[] = {{"QRD_PASSWORD=", {7, 16}, 0, 0},    {"QRD_CRYPTED_PASSWORD=", {7}, 0, 0},
+                         {" -fppasswd ", {7}, 0, 0},          {" backup_", {7}, 0, 0},
+                         {"/opt/qrd/RMK/tmp/", {6}, 0, kAny}, {"/migration.", {6}, 1, kAny}};
 
 bool isWord(char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0; }
 
