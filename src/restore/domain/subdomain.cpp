@@ -83,7 +83,7 @@ std::string tSubdomainDeployer::contentUser(const XmlNode& node) const {
     if (!node.test("sysuser")) {
         return domain_.systemUser;
     }
-    const std::string user = node.str("sysuser/@name");
+    std::string user = node.str("sysuser/@name");
     if (user.empty()) {
         throw EXC(AssertionFailed) % "is_xml_attr_set(attr_name)";
     }
