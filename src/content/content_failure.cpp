@@ -30,7 +30,7 @@ void refuseNamelessMembers(const std::function<void()>& work) {
     try {
         work();
     } catch (const std::out_of_range&) {
-        throw EXC(UnExpectedResult) % "the archive has a member without a name";
+        throw EXC(UnExpectedResult) % "the archive holds nothing, or a member without a name";
     }
 }
 

@@ -1,50 +1,29 @@
 #include "content/content_owner.h"
 
-#include <sys/types.h>
+#include <grp.h>
+#include <pwd.h>
 
 #include <boost/algorithm/string/case_conv.hpp>
-#include <fstream>
 #include <locale>
-#include <optional>
-#include <sstream>
 
+#include "commons/files.h"
 #include "content/accounts.h"
 #include "content/content_errors.h"
-#include "lib/zelvo_ugid.h"
 
 namespace zelvo {
 
 namespace {
 
-constexpr uid_t kNobody = 65534;
-
-// The lowest id of an account that is a person's (login.defs(5)).
-uid_t readFirstPersonalId() {
-    std::ifstream definitions("/etc/login.defs");
-    for (std::string line; std::getline(definitions, line);) {
-        std::istringstream words(line);
-        std::string name;
-        uid_t id = 0;
-        if (words >> name >> id && name == "UID_MIN") {
-            return id;
-        }
+// The panel makes its customers' accounts members of their group, with homes in their sites.
+bool isCustomers(const ::passwd& account) {
+    const group* const customers = getgrnam(accounts::kCustomers);
+    bool isMember = customers != nullptr && customers->gr_gid == account.pw_gid;
+    for (char** member = customers != nullptr ? customers->gr_mem : nullptr;
+         member != nullptr && *member != nullptr; ++member) {
+        isMember = isMember || std::string(*member) == account.pw_name;
     }
-    return 1000;
-}
-
-std::optional<uid_t> idOf(const std::string& name) {
-    uid_t id = 0;
-    return zelvo_ugid(name.c_str(), &id, nullptr) == 0 ? std::optional(id) : std::nullopt;
-}
-
-bool isCustomers(uid_t id) {
-    static const uid_t firstPersonalId = readFirstPersonalId();
-    for (const char* own : {accounts::kMail, accounts::kPanel, accounts::kMailList}) {
-        if (idOf(own) == id) {
-            return false;
-        }
-    }
-    return id >= firstPersonalId && id != kNobody;
+    const bool livesInSite = std::string(account.pw_dir).starts_with(files::getVhostsDir() + "/");
+    return account.pw_uid != 0 && (isMember || livesInSite);
 }
 
 }  // namespace
@@ -55,9 +34,9 @@ std::string contentOwner(const std::string& name) {
     }
     const std::string lower = boost::to_lower_copy(name, std::locale::classic());
     for (const std::string& candidate : {name, lower}) {
-        if (const std::optional<uid_t> id = idOf(candidate)) {
-            if (!isCustomers(*id)) {
-                throw EXC(UnsuitableOwner) % name % "it is an account of the system or the panel";
+        if (const ::passwd* const account = getpwnam(candidate.c_str())) {
+            if (!isCustomers(*account)) {
+                throw EXC(UnsuitableOwner) % name % "it is no account of a customer";
             }
             return candidate;
         }

@@ -7,8 +7,8 @@ namespace zelvo {
 
 // The account that a name of a dump means: the name as it stands if the system knows it, otherwise
 // its lower-case form, in which the panel makes new ones. Raises UnsuitableOwner when there is
-// neither, and for an account that no customer can have: root, those of the system and of the
-// panel itself, and whatever a program would take for an option.
+// neither, for whatever a program would take for an option, and for an account that is no
+// customer's: root, and any that is neither in the customers' group nor at home in a site.
 std::string contentOwner(const std::string& name);
 
 }  // namespace zelvo

@@ -99,9 +99,9 @@ ContentUnpacker::Paths ContentUnpacker::unpack_hosting_cid_with_fp(
         if (openBeneath(unpackedIn, path).isOpen()) {
             apply_hosting_cid_with_fp(domain, destination, path);
         } else {
-            theDebugLog->log(boost::format("Nothing of this path is rewritten, as it is not below "
-                                           "'%1%': %2%") %
-                             unpackedIn % path);
+            // The unpacker has told the names.
+            theDebugLog->log("Nothing is rewritten of what is not one path below '" + unpackedIn +
+                             "'");
         }
     }
     return paths;

@@ -8,6 +8,7 @@
 
 #include "content/cid.h"
 #include "content/db_server_access.h"
+#include "content/unpacked_file.h"
 
 namespace zelvo {
 
@@ -125,13 +126,16 @@ class ContentUnpacker {
     Paths extractMailManContent(const Cid& cid, const std::string& domain,
                                 const std::string& listName, const std::string& offset);
 
-    // ---- Single files. They return the path of the one file, in the temporary directory, and
-    // raise AssertionFailed when it is not one.
+    // ---- Single files. They return the one file, below the temporary directory in a directory
+    // that only root and the panel's own user can enter: what else an archive holds, such as a link
+    // or a program with root's rights, reaches nobody. They raise CantCreateTempDir,
+    // AssertionFailed when it is not one file, UnExpectedResult when it is none but a link or
+    // alike, and what untar raises.
 
-    std::string extractIcons(const Cid& cid);
-    std::string extractPrivateKey(const Cid& cid);
-    std::string extractSiteAppDistr(const Cid& cid);
-    std::string extractTomCatApp(const Cid& cid);
+    UnpackedFile extractIcons(const Cid& cid);
+    UnpackedFile extractPrivateKey(const Cid& cid);
+    UnpackedFile extractSiteAppDistr(const Cid& cid);
+    UnpackedFile extractTomCatApp(const Cid& cid);
 
     // ---- Mailboxes. Both return true.
 
@@ -155,6 +159,10 @@ class ContentUnpacker {
     ContentUnpacker& operator=(const ContentUnpacker&) = default;
 
   private:
+    // The one file of an archive. assertion: the text of the failure when it is not one.
+    UnpackedFile extractFile(const Cid& cid, const std::string& user, const std::string& group,
+                             const char* assertion);
+
     static constexpr mode_t kHostingMode = 0750;
 };
 

@@ -63,7 +63,8 @@ void refuseUntrustedLink(const std::string& path) {
     const std::string parent = boost::filesystem::path(path).parent_path().string();
     if (link.st_uid != 0 || isInTmpDir(path) ||
         stat(parent.empty() ? "." : parent.c_str(), &around) != 0 || !isRootsAlone(around)) {
-        throw EXC(CantCreateDirectory) % path % "path component is a link that is not root's own";
+        throw EXC(CantCreateDirectory) % path %
+            "path component is a link that others than root may have made";
     }
 }
 

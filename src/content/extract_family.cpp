@@ -1,5 +1,10 @@
 // Who owns which content, and where it goes.
 #include <sys/stat.h>
+#include <unistd.h>
+
+#include <memory>
+#include <tuple>
+#include <utility>
 
 #include "commons/errors.h"
 #include "commons/files.h"
@@ -8,6 +13,8 @@
 #include "content/content_errors.h"
 #include "content/content_unpacker.h"
 #include "content/destination.h"
+#include "content/unpack_directory.h"
+#include "lib/zelvo_ugid.h"
 
 namespace zelvo {
 
@@ -21,16 +28,14 @@ constexpr mode_t kSharedMode = 0770;
 // What the panel takes from the temporary directory.
 std::string inTmpDir(const std::string& path) { return files::getTmpDir() + "/" + path; }
 
-// The one file that was unpacked into the temporary directory. The panel's utilities open it as
-// root, so a link to a file of this server is none.
-const std::string& onlyFile(const Paths& paths, const char* assertion) {
-    if (paths.size() != 1) {
-        throw EXC(AssertionFailed) % assertion;
+// Makes the panel's own user the one who can enter a directory beside root. Without that user there
+// is nobody to let in.
+void openToPanel(const UnpackDirectory& directory) {
+    uid_t user = 0;
+    gid_t group = 0;
+    if (zelvo_ugid(kPanel, &user, &group) == 0) {
+        std::ignore = chown(directory.path().c_str(), user, group);
     }
-    if (typeBeneath(files::getTmpDir(), paths.front()) != S_IFREG) {
-        throw EXC(UnExpectedResult) % "the archive does not hold one file";
-    }
-    return paths.front();
 }
 
 }  // namespace
@@ -180,21 +185,35 @@ Paths ContentUnpacker::extractMailManContent(const Cid& cid, const std::string& 
     return unpack_hosting_cid(cid, getListMboxDir(listName), offset, kMailList, kMailList, 0);
 }
 
-std::string ContentUnpacker::extractIcons(const Cid& cid) {
-    return onlyFile(untar(cid, files::getTmpDir(), kRoot, kRootGroup, 0), "iconFiles.size() == 1");
+UnpackedFile ContentUnpacker::extractFile(const Cid& cid, const std::string& user,
+                                          const std::string& group, const char* assertion) {
+    auto directory = std::make_unique<UnpackDirectory>(files::getTmpDir());
+    openToPanel(*directory);
+    const Paths paths = untar(cid, directory->path(), user, group, 0);
+    if (paths.size() != 1) {
+        throw EXC(AssertionFailed) % assertion;
+    }
+    // The panel's utilities open it as root, so a link to a file of this server is none.
+    if (typeBeneath(directory->path(), paths.front()) != S_IFREG) {
+        throw EXC(UnExpectedResult) % "the archive does not hold one file";
+    }
+    return {std::move(directory), paths.front()};
 }
 
-std::string ContentUnpacker::extractPrivateKey(const Cid& cid) {
-    return onlyFile(untar(cid, files::getTmpDir(), kPanel, kPanel, 0), "private_keys.size() == 1");
+UnpackedFile ContentUnpacker::extractIcons(const Cid& cid) {
+    return extractFile(cid, kRoot, kRootGroup, "iconFiles.size() == 1");
 }
 
-std::string ContentUnpacker::extractSiteAppDistr(const Cid& cid) {
-    return onlyFile(untar(cid, files::getTmpDir(), kPanel, kPanel, 0), "packageFiles.size() == 1");
+UnpackedFile ContentUnpacker::extractPrivateKey(const Cid& cid) {
+    return extractFile(cid, kPanel, kPanel, "private_keys.size() == 1");
 }
 
-std::string ContentUnpacker::extractTomCatApp(const Cid& cid) {
-    return onlyFile(untar(cid, files::getTmpDir(), kPanel, kPanel, 0),
-                    "tomcatApplicationFiles.size() == 1");
+UnpackedFile ContentUnpacker::extractSiteAppDistr(const Cid& cid) {
+    return extractFile(cid, kPanel, kPanel, "packageFiles.size() == 1");
+}
+
+UnpackedFile ContentUnpacker::extractTomCatApp(const Cid& cid) {
+    return extractFile(cid, kPanel, kPanel, "tomcatApplicationFiles.size() == 1");
 }
 
 }  // namespace zelvo

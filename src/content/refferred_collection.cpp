@@ -1,11 +1,13 @@
 #include "content/refferred_collection.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "content/content_failure.h"
 #include "content/destination.h"
 #include "report/debug_log.h"
 #include "report/guard.h"
+#include "report/termination_lines.h"
 
 namespace zelvo {
 
@@ -27,11 +29,11 @@ void RefferredCidCollection::Extract(ContentUnpacker& unpacker) {
     theDebugLog->log(std::string(lines_.begin));
     if (!whole_.type.empty() && whole_.hasReferredCids()) {
         theDebugLog->log(std::string(lines_.whole));
-        guarded([&] {
-            refuseNamelessMembers([&] { extractWhole(unpacker, whole_, whole_.getIncludes()); });
-        });
+        guarded(
+            [&] { refuseNamelessMembers([&] { extractWhole(unpacker, whole_, includes()); }); });
     }
     for (const auto& cid : toExtract_) {
+        checkProgramTerminated();
         const Failure failure = failureOf(*cid);
         contentGuarded(*failure, [&] {
             if (whole_.holds(*cid)) {
@@ -42,6 +44,13 @@ void RefferredCidCollection::Extract(ContentUnpacker& unpacker) {
         });
     }
     theDebugLog->log(std::string(lines_.end));
+}
+
+ContentUnpacker::Paths RefferredCidCollection::includes() const {
+    const bool isPartEverything =
+        std::any_of(toExtract_.begin(), toExtract_.end(),
+                    [this](const auto& cid) { return cid->offset.empty() && whole_.holds(*cid); });
+    return isPartEverything ? ContentUnpacker::Paths() : whole_.getIncludes();
 }
 
 }  // namespace zelvo

@@ -21,7 +21,9 @@ class RefferredCidCollection {
     RefferredCidCollection& operator=(const RefferredCidCollection&) = delete;
 
     // Unpacks what has been registered, in the order of registration. The failure of one part costs
-    // that part and is told; that of the whole archive costs the parts that it took.
+    // that part and is told; that of the whole archive costs the parts that it took. An archive
+    // that the unpacker passes over is told by it alone. Raises MigrationTerminatedException
+    // between two archives when the run is to stop.
     void Extract(ContentUnpacker& unpacker);
 
   protected:
@@ -54,6 +56,9 @@ class RefferredCidCollection {
     virtual Failure failureOf(const RefferredCid& cid) const = 0;
 
   private:
+    // The members to take from the whole; all of them if it took a part that is all of it.
+    ContentUnpacker::Paths includes() const;
+
     Lines lines_;
     WholeContentCid whole_;
     std::vector<std::unique_ptr<RefferredCid>> toExtract_;

@@ -21,8 +21,8 @@ void cleanTempDir(const std::string& path) noexcept {
     }
 }
 
-UnpackDirectory::UnpackDirectory()
-    : path_(RMK_makeTempFileDirectory("", "migration-unpack-")), toClean_(path_) {}
+UnpackDirectory::UnpackDirectory(const std::string& parent)
+    : path_(RMK_makeTempFileDirectory(parent, "migration-unpack-")), toClean_(path_) {}
 
 UnpackDirectory::~UnpackDirectory() { cleanTempDir(toClean_); }
 

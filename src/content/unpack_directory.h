@@ -11,8 +11,9 @@ void cleanTempDir(const std::string& path) noexcept;
 // A directory of its own, readable by root alone and gone at the end. Needs theDebugLog.
 class UnpackDirectory {
   public:
-    // Raises CantCreateTempDir.
-    UnpackDirectory();
+    // parent: where it is made; if empty, in the temporary directory of the configuration. Raises
+    // CantCreateTempDir.
+    explicit UnpackDirectory(const std::string& parent = "");
     ~UnpackDirectory();
     UnpackDirectory(const UnpackDirectory&) = delete;
     UnpackDirectory& operator=(const UnpackDirectory&) = delete;

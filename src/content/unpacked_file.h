@@ -1,23 +1,26 @@
-// The end of a single file that an unpacker left in the temporary directory.
+// A single file out of an archive, for a utility of the panel.
 #pragma once
 
+#include <memory>
 #include <string>
+#include <utility>
+
+#include "content/unpack_directory.h"
 
 namespace zelvo {
 
-// Removes the file at the end. Needs theDebugLog.
+// The file in a directory of its own, which goes with this object and takes along whatever else the
+// archive left there.
 class UnpackedFile {
   public:
-    // path: as the unpacker gave it.
-    explicit UnpackedFile(std::string path);
-    // A file that cannot be removed is told in the debug log; one that is gone already is well.
-    ~UnpackedFile();
-    UnpackedFile(const UnpackedFile&) = delete;
-    UnpackedFile& operator=(const UnpackedFile&) = delete;
+    // directory: where the archive was unpacked. path: full path of the file in it.
+    UnpackedFile(std::unique_ptr<UnpackDirectory> directory, std::string path)
+        : directory_(std::move(directory)), path_(std::move(path)) {}
 
     const std::string& path() const { return path_; }
 
   private:
+    std::unique_ptr<UnpackDirectory> directory_;
     std::string path_;
 };
 

@@ -198,8 +198,9 @@ DomainInfo tDomainDeployer::deployHostingOnAddress(const XmlNode& node,
     if (node.test(hosting)) {
         guarded([&] {
             if (node.test("properties/ip")) {
-                hosted.address = node.str("properties/ip/ip-address");
-                hosted.hasExclusiveAddress = node.test("properties/ip/ip-type = 'exclusive'");
+                const XmlNode ip = node.getNode("properties/ip");
+                hosted.address = ip.str("ip-address");
+                hosted.hasExclusiveAddress = ip.test("ip-type = 'exclusive'");
             }
             deployHosting(node.getNode(hosting), hosted, rules);
         });

@@ -85,7 +85,7 @@ void PhysicalHostingDeployer::deploy_phosting(const XmlNode& node) const {
     if (node.test("preferences/wz-domain")) {
         debugLogged([&] { publishWizardSite(node.getNode("preferences/wz-domain")); });
     }
-    guarded([&] { updatePerformance(update(), node); });
+    updatePerformance(update(), node);
 }
 
 // ---- the hosting itself --------------------------------------------------
@@ -233,9 +233,7 @@ void PhysicalHostingDeployer::deployObjects(const XmlNode& node, const DomainInf
         deployEach(node, "preferences/logrotation", tLogrotationDeployer(site.name));
     }
     deployEach(node, "preferences/webalizer", WebalizerDeployer(site.name));
-    if (node.test(kSysUser)) {
-        deployCronTables(node.getNode(kSysUser));
-    }
+    deployEach(node, "preferences/sysuser/cron", CronDeployer(site.systemUser));
 }
 
 }  // namespace zelvo

@@ -20,8 +20,11 @@ class PhysicalHostingDeployer : public XmlDeployDocAbility {
 
     using XmlDeployDocAbility::act;
     // Restores the hosting in its fixed order, content last. Raises what costs the steps behind it:
-    // EmptyIp for a new hosting without an address, the failure to turn it on at all, and that of
-    // removing the start pages; the failures of its other parts are told.
+    // EmptyIp for a new hosting without an address, the failure to turn it on at all or off, that
+    // of removing the start pages, AssertionFailed for a password of no known type, and UnsafeName
+    // or IDNConversationError for a domain that cannot have a directory. Raises
+    // NumberConversionError, which ends the run, for a quota that is no number. The failures of its
+    // other parts are told.
     void act(XmlNode node) const override { deploy_phosting(node); }
 
   private:

@@ -24,7 +24,7 @@ TomcatApplicationDeployer::TomcatApplicationDeployer(std::string domainName)
     : domainName_(std::move(domainName)) {}
 
 void TomcatApplicationDeployer::act(XmlNode node) const {
-    const UnpackedFile archive(extractor->extractTomCatApp(getCid(node, "web-app")));
+    const UnpackedFile archive = extractor->extractTomCatApp(getCid(node, "web-app"));
     runPanelCommand("tomcat", {"--install", archive.path(), "-domain", domainName_, "-no-restart"});
     CliExec cmd = updateCommand("tomcat", node.str("@name"));
     cmd << "-domain" << domainName_;

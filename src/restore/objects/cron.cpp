@@ -15,7 +15,7 @@ CronDeployer::CronDeployer(std::string systemUser) : systemUser_(std::move(syste
 void CronDeployer::act(XmlNode node) const {
     const std::string owner = contentOwner(systemUser_);
     PanelFile table("rmk-cron-");
-    table.write(node.str("text()"));
+    table.write(node.str("."));
     tLogExecCmd cmd(files::getZelvoUtilityPath("crontabmng"));
     cmd << "set" << table.path() << owner;
     cmd.exec();

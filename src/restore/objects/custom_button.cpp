@@ -53,7 +53,7 @@ void CustomButtonDeployer::act(XmlNode node) const {
                    {"-public", "@visible-to-sublogins", always}});
     std::optional<UnpackedFile> icon;
     if (hasCid(node, "icon")) {
-        icon.emplace(extractor->extractIcons(getCid(node, "icon")));
+        icon = extractor->extractIcons(getCid(node, "icon"));
         cmd << "-file" << icon->path();
     }
     cmd << "-url_comp" << urlComponents(node) << "-print-id";

@@ -88,7 +88,7 @@ void DnsRecordDeployer::saveRecordsList() const {
     }
     CliExec cmd = saveCommand(domainName_, records_);
     if (cmd.exec(std::nothrow) != 0) {
-        // A list that is too long for an argument fails too, with little to go by.
+        // The failure itself names neither for a list that is too long for an argument.
         theDebugLog->log(boost::format("The records of the zone %1%, a list of %2% bytes, were "
                                        "not saved") %
                          domainName_ % records_.size());

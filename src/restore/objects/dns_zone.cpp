@@ -40,15 +40,20 @@ void DnsDeployer::act(XmlNode node) const {
 }
 
 void DnsDeployer::deployRecords(const XmlNode& zone) const {
+    bool isComplete = false;
     try {
         std::string list;
         const DnsRecordDeployer records(domainName_, list);
         zone.foreach (
             "dnsrec", [&records](const XmlNode& record) { records.act(record); },
             deploy_error_func_throw);
+        isComplete = true;
         records.saveRecordsList();
-    } catch (const ExTraceable&) {
-        // A bad record has been told where it stands, a refused list by its command.
+    } catch (const ExTraceable& failure) {
+        // A bad record has been told where it stands.
+        if (isComplete) {
+            theDebugLog->log(failure);
+        }
         forgetFailure();
         theDebugLog->log(std::string("DNS zone deployment was failed"));
     }

@@ -18,9 +18,10 @@ class DnsDeployer : public XmlDeployDocAbility {
 
     using XmlDeployDocAbility::act;
     // Restores the zone: whether it is served and how, its records, its webmail under a template,
-    // its SOA record. A refused call goes to the debug log alone; a record that cannot be restored
-    // is told, and then no record is. Raises UnsafeName for a zone that the utility would take for
-    // an option, and NumberConversionError, which ends the run, for an SOA value that is no number.
+    // its SOA record. A refused list of records goes to the debug log alone, and no other refused
+    // call is told; a record that cannot be restored is told, and then no record is. Raises
+    // UnsafeName for a zone that the utility would take for an option, and NumberConversionError,
+    // which ends the run, for an SOA value that is no number.
     void act(XmlNode node) const override;
 
   private:

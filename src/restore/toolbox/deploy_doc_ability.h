@@ -28,7 +28,7 @@ class tDeployDocAbility {
     static std::string domainTemplate;
     // Users are to be notified of their new accounts.
     static bool notifyUsers;
-    // Where the content archives come from.
+    // Where the content archives come from; never null while objects are restored.
     static std::shared_ptr<ContentUnpacker> extractor;
     // Login of the user who owns the backup, empty for the administrator, and that user's type:
     // "admin", "client" or "domain-admin".
@@ -75,12 +75,14 @@ class tDeployDocAbility {
 
     using NamedValues = std::vector<std::pair<std::string, std::string>>;
     // "-NAME VALUE" for each scripting setting of the element's attributes; the pairs are appended
-    // to list too. forUpdate: whether an existing object gets them.
+    // to list too. forUpdate: of no effect.
     static void getScriptingOpts(const XmlNode& node, bool forUpdate, CmdLine& cmd,
                                  NamedValues& list);
 
     // "-login", the password, with full the disk quota, and the shell of a `sysuser` element.
-    // lowerName: convert the login to lower case.
+    // lowerName: convert the login to lower case. Asks the panel for its shells where it has not
+    // been asked for this one. Raises NumberConversionError for a quota that is no number,
+    // AssertionFailed for a password of no known type.
     static void getSysUserOpts(const XmlNode& node, CmdLine& cmd, bool lowerName, bool full);
 
     // Sets the element's @skin on an object. A failure goes to the debug log alone: a skin that

@@ -16,7 +16,7 @@ const char* const kScriptingNames[] = {
 
 NamedValues scriptingSettings(const XmlNode& node) {
     NamedValues settings;
-    if (node.test("@php_handler_type")) {
+    if (!node.str("@php_handler_type").empty()) {
         const std::string value = node.str("@php_handler_type");
         settings.emplace_back("php_handler_type", value == "isapi" ? "module" : value);
     }

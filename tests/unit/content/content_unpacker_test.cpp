@@ -90,7 +90,7 @@ TEST_F(ContentUnpackerTest, GoesThroughLinksOfTheAdministratorOnly) {
     };
     EXPECT_EQ(linkIn(dir.path("roots"), 0755, 0), "");
     EXPECT_TRUE(std::filesystem::exists(dir.path("roots/real/new")));
-    const std::string refused = ": path component is a link that is not root's own";
+    const std::string refused = ": path component is a link that others than root may have made";
     EXPECT_THAT(linkIn(dir.path("others"), 0755, 7), testing::EndsWith(refused));
     EXPECT_THAT(linkIn(dir.path("shared"), 0775, 0), testing::EndsWith(refused));
     EXPECT_THAT(linkIn(rmk("tmp/of"), 0755, 0), testing::EndsWith(refused));
@@ -139,9 +139,10 @@ TEST_F(ContentUnpackerTest, KnowsTheOwnersOfEachKindOfContent) {
     }
 }
 
-TEST_F(ContentUnpackerTest, GivesASingleFileOfTheTemporaryDirectory) {
+// Catches: what an archive holds beside the file, or in its place, left where others can reach it.
+TEST_F(ContentUnpackerTest, GivesASingleFileInADirectoryOfItsOwn) {
     const struct {
-        std::string (zelvo::ContentUnpacker::*extract)(const Cid&);
+        zelvo::UnpackedFile (zelvo::ContentUnpacker::*extract)(const Cid&);
         const char* list;
         const char* owner;
     } rows[] = {
@@ -151,19 +152,23 @@ TEST_F(ContentUnpackerTest, GivesASingleFileOfTheTemporaryDirectory) {
         {&FakeUnpacker::extractTomCatApp, "tomcatApplicationFiles", "'qrdadm', group 'qrdadm'"}};
     for (const auto& row : rows) {
         unpacker.names = {"./one"};
-        unpacker.work = [](const std::string& tmp) { std::ofstream(tmp + "/one"); };
-        EXPECT_EQ((unpacker.*row.extract)(cid), rmk("tmp/one"));
-        EXPECT_EQ(log.lines.back(),
-                  "Unpack file to '" + rmk("tmp") + "' User: " + std::string(row.owner));
+        unpacker.work = [](const std::string& directory) {
+            std::ofstream(directory + "/one");
+            std::filesystem::create_symlink("/etc/passwd", directory + "/link");
+        };
+        {
+            const zelvo::UnpackedFile file = (unpacker.*row.extract)(cid);
+            EXPECT_EQ(file.path(), unpacker.destination + "/one");
+            EXPECT_TRUE(unpacker.destination.starts_with(rmk("tmp/")));
+            EXPECT_EQ(unpacker.attributes, "40700 4711:4712");
+            EXPECT_TRUE(log.lines.back().ends_with("' User: " + std::string(row.owner)));
+        }
         unpacker.names = {"one", "two"};
         EXPECT_EQ(faultOf([&] { (unpacker.*row.extract)(cid); }),
                   std::string("AssertionFailed: Assertion failed: ") + row.list + ".size() == 1");
         unpacker.names = {"link"};
-        unpacker.work = [](const std::string& tmp) {
-            std::filesystem::remove(tmp + "/link");
-            std::filesystem::create_symlink("/etc/passwd", tmp + "/link");
-        };
         EXPECT_THROW((unpacker.*row.extract)(cid), zelvo::Exc<&zelvo::UnExpectedResult>);
+        EXPECT_FALSE(std::filesystem::exists(unpacker.destination));
     }
 }
 
