@@ -6,6 +6,7 @@
 #include "commons/files.h"
 #include "commons/session.h"
 #include "content/regular_unpacker.h"
+#include "content/unsupported_unpacker.h"
 #include "deployer/content_source.h"
 #include "report/log4cpp_setup.h"
 #include "report/migration_status.h"
@@ -28,8 +29,7 @@ void validate(tXmlZelvoDump& dump, bool skipXsd) {
     validateSchema(dump, schema);
 }
 
-// What unpacks the content archives. There is none for a repository yet: elements with content are
-// reported where the walk meets them.
+// What unpacks the content archives. That of a repository cannot be read yet.
 std::shared_ptr<ContentUnpacker> makeUnpacker(bool noRepository,
                                               const std::string& repositoryPath) {
     if (noRepository) {
@@ -38,7 +38,7 @@ std::shared_ptr<ContentUnpacker> makeUnpacker(bool noRepository,
     }
     deployerCategory().debugStream()
         << "Content archives are expected in the repository " << repositoryPath;
-    return nullptr;
+    return std::make_shared<UnsupportedUnpacker>();
 }
 
 // The run's unpacker, which ends with the run and not with the process: what it holds open or on

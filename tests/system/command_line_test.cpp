@@ -68,6 +68,11 @@ TEST(CommandLine, EndsAsCallersExpect) {
     const std::string noNumber =
         R"(<migration-dump><domain name="a.com"><limits-and-permissions><limit name="disk_space">)"
         "abc</limit></limits-and-permissions></domain></migration-dump>";
+    // Catches: a run that dies of content that it has no unpacker for.
+    const std::string inRepository =
+        R"(<migration-dump><domain name="a.example"><phosting deployer-action="auxiliary">)"
+        R"(<content><cid type="logs"><content-file>x.tar</content-file></cid></content>)"
+        "</phosting></domain></migration-dump>";
     const Ending rows[] = {
         {"--help", 0, kHelp, kOld},
         {"--help @ --suspend", 0, kHelp, kOld},
@@ -98,6 +103,12 @@ TEST(CommandLine, EndsAsCallersExpect) {
         {"--deploy-dump @", 0, "", {"error", ": InternalDtdValidationFailed"}, 0, unknown},
         {"--deploy-dump @ --skip-xsd", 0, "", kSuccess, 1, unknown},
         {"--deploy-dump @ --skip-xsd", 1, "Uncaught std::exception: ", {"error"}, 1, noNumber},
+        {"--deploy-dump @",
+         0,
+         "",
+         {"success", "domain a.example/hosting a.example: CantUnpackLogs > NotSupportedOperation"},
+         3,
+         inRepository},
         // More than one action is none, and that works out.
         {"--help --deploy-dump @", 0, "", kSuccess},
         {"--deploy-dump --deploy-dump @", 0, "", kSuccess},
