@@ -1,6 +1,7 @@
 // Foreign dumps: the agents that are installed, and what becomes of a dump that one of them is to
 // translate.
 
+#include "file_tree.h"
 #include "outcome.h"
 #include "scenario.h"
 
@@ -240,15 +241,20 @@ ProcessResult translate(Sandbox& box, const std::string& dump) {
     return box.run({"--translate-dump", kAt, "--agent-name", "Wickerdeck"});
 }
 
-// Catches: anything of a foreign dump that is lost, or that arrives as something else.
+// Catches: anything of a foreign dump that is lost, or that arrives as something else; archives
+// that are looked for under another name, and content in another place or of another owner.
 TEST(Wickerdeck, ArrivesWhole) {
     Sandbox box;
     box.setup(sourceFile("examples/leaving-wickerdeck/panel-before.txt"));
     EXPECT_EQ(translate(box, sourceFile("examples/leaving-wickerdeck/dump.xml")).err, "");
     EXPECT_EQ(codesOf(box), Lines{"success"});
+    box.runCommand(
+        {SOURCE_DIR "/examples/leaving-wickerdeck/make-archives", Sandbox::sessionPath()});
     box.deploy();
     EXPECT_EQ(codesOf(box), Lines{"success"});
     EXPECT_EQ(callsOf(box), sourceFile("examples/leaving-wickerdeck/calls.txt"));
+    EXPECT_EQ(treeOf(box, "/opt/qrd/var/vhosts"),
+              sourceFile("examples/leaving-wickerdeck/sites-after.txt"));
     // It passes for a canonical dump in the eyes of the canonical DTD too.
     box.writeFile(control("none", "spec"), "");
     box.writeFile("session/dump.xml", box.readFile("session/restore.xml"));
@@ -283,6 +289,34 @@ TEST(Wickerdeck, HasExactLimits) {
         const std::string made = box.readFile("session/restore.xml");
         EXPECT_THAT(made, HasSubstr(isRefused ? "" : expected));
         EXPECT_EQ(countOf(made, "<limit "), isRefused || expected.empty() ? 0 : 1);
+    }
+}
+
+// Catches: a record that would cost the others of its zone, and one that goes missing in silence;
+// the parts of a value taken for each other.
+TEST(Wickerdeck, LeavesOutRecordsThatWouldCostTheOthers) {
+    const std::tuple<std::string, std::string, std::string> rows[] = {
+        {"host='@' type='MX' value=' 5 mx.b.example. '",
+         "dst=\"mx.b.example.\" opt=\"5\" src=\"a.example.\"", ""},
+        {"host='_x._tcp.y' type='SRV' value='0 5 5 5.b.'",
+         "dst=\"5.b.\" opt=\"0 5 5\" src=\"_x._tcp.y.a.example.\"", ""},
+        {"host='www' type='AAAA' value='2001:db8::1'", "", ""},
+        {"host='@' type='MX' value='mx.b.example.'", "", "record MX @ of a.example \"mx.b"},
+        {"host='@' type='SRV' value='0 5 sip.b.example.'", "", "record SRV @"},
+        {"host='k' type='TXT' value='v=DKIM1; p=x'", "", "record TXT k"},
+        {"host='a,b' type='A' value='192.0.2.1'", "", "record A a,b"},
+    };
+    for (const auto& [record, expected, told] : rows) {
+        SCOPED_TRACE(record);
+        Sandbox box;
+        const auto run = translate(box, "<wickerdeck release='3'><site name='a.example'><record " +
+                                            record + "/></site></wickerdeck>");
+        EXPECT_EQ(codesOf(box), Lines{"success"});
+        EXPECT_EQ(run.err.empty(), told.empty()) << run.err;
+        EXPECT_THAT(run.err, HasSubstr(told));
+        const std::string made = box.readFile("session/restore.xml");
+        EXPECT_THAT(made, HasSubstr(expected));
+        EXPECT_EQ(countOf(made, "<dnsrec "), expected.empty() ? 0 : 1);
     }
 }
 

@@ -64,11 +64,18 @@
     <domain name="{@name}" www="{not(@www = 'no')}">
       <xsl:apply-templates select="@uuid | @opened"/>
       <properties>
-        <xsl:apply-templates select="address[1]"/>
+        <xsl:apply-templates select="address[1] | ../address[1][not(current()/address)]"/>
         <xsl:call-template name="status"/>
+        <xsl:if test="soa | record">
+          <dns-zone>
+            <xsl:apply-templates select="soa[1]/@serial"/>
+            <xsl:apply-templates select="soa[1]/@*[name() != 'serial']"/>
+            <xsl:apply-templates select="record"/>
+          </dns-zone>
+        </xsl:if>
       </properties>
       <limits-and-permissions><xsl:call-template name="limits"/></limits-and-permissions>
-      <xsl:apply-templates select="keeper"/>
+      <xsl:apply-templates select="keeper | webspace | redirect"/>
       <xsl:call-template name="traffic"/>
     </domain>
   </xsl:template>
@@ -80,6 +87,124 @@
       <xsl:apply-templates select="key('plan', ../@plan)/right[not(@to = current()/right/@to)]"/>
       <xsl:apply-templates select="person/*[normalize-space()]"/>
     </domainuser>
+  </xsl:template>
+
+  <!-- Web space ========================================================================== -->
+
+  <xsl:template match="redirect"><shosting><xsl:value-of select="@to"/></shosting></xsl:template>
+  <xsl:template match="redirect[@framed = 'yes']"><fhosting><xsl:value-of select="@to"/></fhosting></xsl:template>
+
+  <xsl:template match="webspace">
+    <phosting https="{@secure = 'yes'}" webstat="{not(@statistics = 'no')}">
+      <xsl:call-template name="content"/>
+      <limits-and-permissions><xsl:call-template name="scripting"/></limits-and-permissions>
+      <preferences>
+        <sysuser name="{@user}" shell="/bin/false">
+          <xsl:if test="@shell"><xsl:attribute name="shell"><xsl:value-of select="@shell"/></xsl:attribute></xsl:if>
+          <xsl:apply-templates select="secret"/>
+          <xsl:if test="job">
+            <cron>
+              <xsl:for-each select="job"><xsl:value-of select="concat(@at, ' ', translate(., '&#10;', ' '), '&#10;')"/></xsl:for-each>
+            </cron>
+          </xsl:if>
+        </sysuser>
+        <xsl:apply-templates select="lock"/>
+      </preferences>
+      <subdomains><xsl:apply-templates select="subsite"/></subdomains>
+    </phosting>
+  </xsl:template>
+
+  <xsl:template match="subsite">
+    <subdomain name="{@name}" https="{@secure = 'yes'}">
+      <xsl:call-template name="content"/>
+      <xsl:call-template name="scripting"/>
+    </subdomain>
+  </xsl:template>
+
+  <xsl:template match="lock">
+    <pdir name="{@folder}" nonssl="true" ssl="{../@secure = 'yes'}">
+      <xsl:if test="@title"><xsl:attribute name="title"><xsl:value-of select="@title"/></xsl:attribute></xsl:if>
+      <xsl:for-each select="visitor">
+        <pduser name="{@name}"><xsl:apply-templates select="secret"/></pduser>
+      </xsl:for-each>
+    </pdir>
+  </xsl:template>
+
+  <!-- What is not named may not run. -->
+  <xsl:template name="scripting">
+    <scripting ssi_html="{boolean(engine[@name = 'ssi'])}" php="{boolean(engine[@name = 'php'])}"
+               cgi="{boolean(engine[@name = 'cgi'])}" perl="{boolean(engine[@name = 'perl'])}"
+               python="{boolean(engine[@name = 'python'])}" ruby="{boolean(engine[@name = 'ruby'])}"/>
+  </xsl:template>
+
+  <!-- Without archives the pages stay that the panel makes. -->
+  <xsl:template name="content">
+    <xsl:if test="files"><content><xsl:apply-templates select="files"/></content></xsl:if>
+  </xsl:template>
+
+  <xsl:template match="files[@of = 'pages']"><cid type="docroot"><xsl:call-template name="archive"/></cid></xsl:template>
+  <xsl:template match="files[@of = 'secure-pages']"><cid type="docroot_ssl"><xsl:call-template name="archive"/></cid></xsl:template>
+  <xsl:template match="files[@of = 'programs']"><cid type="cgi"><xsl:call-template name="archive"/></cid></xsl:template>
+  <xsl:template match="webspace/files[@of = 'errors']"><cid type="error_docs"><xsl:call-template name="archive"/></cid></xsl:template>
+  <xsl:template match="webspace/files[@of = 'logs']"><cid type="logs"><xsl:call-template name="archive"/></cid></xsl:template>
+  <xsl:template match="files"/>
+
+  <!-- The directory and the name of an archive stand apart. -->
+  <xsl:template name="archive">
+    <xsl:param name="directory"/>
+    <xsl:param name="rest" select="@archive"/>
+    <xsl:choose>
+      <xsl:when test="contains($rest, '/')">
+        <xsl:call-template name="archive">
+          <xsl:with-param name="directory" select="concat($directory, '/', substring-before($rest, '/'))"/>
+          <xsl:with-param name="rest" select="substring-after($rest, '/')"/>
+        </xsl:call-template>
+      </xsl:when>
+      <xsl:otherwise>
+        <xsl:attribute name="path"><xsl:value-of select="substring($directory, 2)"/></xsl:attribute>
+        <content-file><xsl:value-of select="$rest"/></content-file>
+      </xsl:otherwise>
+    </xsl:choose>
+  </xsl:template>
+
+  <!-- DNS ================================================================================= -->
+
+  <xsl:template match="soa/@serial"><xsl:attribute name="serial-format">timestamp</xsl:attribute></xsl:template>
+  <xsl:template match="soa/@serial[. = 'date']" priority="1"><xsl:attribute name="serial-format">YYYYMMDDNN</xsl:attribute></xsl:template>
+  <xsl:template match="soa/@*" priority="-0.25">
+    <dns-zone-param name="{name()}" unit="second">
+      <xsl:attribute name="value"><xsl:apply-templates select="." mode="count"/></xsl:attribute>
+    </dns-zone-param>
+  </xsl:template>
+
+  <xsl:template match="record[@type = 'A' or @type = 'NS' or @type = 'CNAME' or @type = 'TXT']">
+    <dnsrec type="{@type}" dst="{@value}"><xsl:call-template name="host"/></dnsrec>
+  </xsl:template>
+  <!-- 10 mx.example. -->
+  <xsl:template match="record[@type = 'MX']">
+    <xsl:variable name="value" select="normalize-space(@value)"/>
+    <dnsrec type="MX" dst="{substring-after($value, ' ')}" opt="{substring-before($value, ' ')}"><xsl:call-template name="host"/></dnsrec>
+  </xsl:template>
+  <!-- 0 5 5060 sip.example. -->
+  <xsl:template match="record[@type = 'SRV']">
+    <xsl:variable name="value" select="normalize-space(@value)"/>
+    <xsl:variable name="target" select="substring-after(substring-after(substring-after($value, ' '), ' '), ' ')"/>
+    <dnsrec type="SRV" dst="{$target}" opt="{substring($value, 1, string-length($value) - string-length($target) - 1)}"><xsl:call-template name="host"/></dnsrec>
+  </xsl:template>
+  <!-- The panel is given all records of a zone in one list, which commas and semicolons divide: one
+       record that does not fit would cost them all. -->
+  <xsl:template priority="1" match="record[contains(concat(@host, @value), ',') or contains(concat(@host, @value), ';')]
+    | record[@type = 'MX'][not(contains(normalize-space(@value), ' '))]
+    | record[@type = 'SRV'][not(contains(substring-after(substring-after(normalize-space(@value), ' '), ' '), ' '))]">
+    <xsl:message><xsl:value-of select="concat('Left out: record ', @type, ' ', @host, ' of ', ../@name, ' &quot;', @value, '&quot;')"/></xsl:message>
+  </xsl:template>
+  <xsl:template match="record"/>
+
+  <xsl:template name="host">
+    <xsl:attribute name="src">
+      <xsl:if test="not(@host = '@')"><xsl:value-of select="concat(@host, '.')"/></xsl:if>
+      <xsl:value-of select="concat(../@name, '.')"/>
+    </xsl:attribute>
   </xsl:template>
 
   <!-- What they share ===================================================================== -->
