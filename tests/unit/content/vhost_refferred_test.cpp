@@ -111,7 +111,7 @@ TEST_F(VHostTest, PutsEachKindInItsPlace) {
 TEST_F(VHostTest, UnpacksTheWholeOnceAndEachOtherPartByItself) {
     const Element hosting({{"vhost", "w", ""},
                            {"docroot", "w", "httpdocs"},
-                           {"docroot_ssl", "w", ""},
+                           {"docroot_ssl", "w", "httpsdocs"},
                            {"cgi", "own", "cgi-bin"},
                            {"conf", "w", "-C/etc"},
                            {"webstat", "w", " -C/etc"},
@@ -130,8 +130,8 @@ TEST_F(VHostTest, UnpacksTheWholeOnceAndEachOtherPartByItself) {
     collection.addSiteApp(Element({{"sapp-htdocs", "own", ""}}), {"7", "wiki", "../x"},
                           std::nullopt, "webmaster");
     collection.Extract(unpacker);
-    EXPECT_THAT(unpacked, ElementsAre("vhosts/a.com httpdocs private", "vhosts/a.com/ cgi-bin",
-                                      "vhosts/a.com/statistics/logs"));
+    EXPECT_THAT(unpacked, ElementsAre("vhosts/a.com httpdocs httpsdocs private",
+                                      "vhosts/a.com/ cgi-bin", "vhosts/a.com/statistics/logs"));
     EXPECT_THAT(
         result.messages,
         ElementsAre(
@@ -170,6 +170,11 @@ TEST_F(VHostTest, UnpacksTheWholeOnceAndEachOtherPartByItself) {
     EXPECT_THAT(result.messages,
                 ElementsAre(kLost + "broken",
                             "CantUnpackDomainCgi: Can not deploy cgi-content of domain a.com"));
+    // A part that is all of the archive.
+    unpacked.clear();
+    collection.addDomainAnonFtp(Element({{"ftp_pub", "w", ""}}), "webmaster");
+    collection.Extract(unpacker);
+    EXPECT_EQ(unpacked.front(), "vhosts/a.com");
 }
 
 // Catches after-work that is forgotten for a part of the whole, or that costs the content.
