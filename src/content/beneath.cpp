@@ -6,7 +6,9 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <sstream>
 #include <tuple>
+#include <utility>
 
 namespace zelvo {
 
@@ -31,6 +33,19 @@ Descriptor openBeneath(const std::string& directory, const std::string& path) {
     const std::string relative = relativePath(directory, path);
     return Descriptor(
         static_cast<int>(syscall(SYS_openat2, root.get(), relative.c_str(), &how, sizeof(how))));
+}
+
+Descriptor openDirectoryBeneath(const std::string& directory, const std::string& path) {
+    constexpr int kFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
+    Descriptor reached(open(directory.c_str(), kFlags));
+    std::istringstream components(path.substr(directory.size()));
+    for (std::string name; reached.isOpen() && std::getline(components, name, '/');) {
+        if (!name.empty() && name != ".") {
+            const Descriptor above = std::move(reached);
+            reached = Descriptor(openat(above.get(), name.c_str(), kFlags | O_NOFOLLOW));
+        }
+    }
+    return reached;
 }
 
 mode_t typeBeneath(const std::string& directory, const std::string& path) {

@@ -15,6 +15,11 @@ namespace zelvo {
 // there, or when a link or ".." on the way leads out of the directory.
 Descriptor openBeneath(const std::string& directory, const std::string& path);
 
+// Opens a directory for reading (POSIX openat) through no link at all but those in the name of the
+// first. directory: followed as usual. path: begins with the directory's. Returns a closed
+// descriptor with errno set when something on the way is no directory.
+Descriptor openDirectoryBeneath(const std::string& directory, const std::string& path);
+
 // The type (S_IFREG and its kind, POSIX) of what openBeneath reaches, 0 for nothing.
 mode_t typeBeneath(const std::string& directory, const std::string& path);
 

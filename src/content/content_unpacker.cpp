@@ -3,23 +3,17 @@
 #include <algorithm>
 #include <boost/format.hpp>
 
-#include "content/accounts.h"
+#include "content/account_ids.h"
 #include "content/beneath.h"
 #include "content/content_errors.h"
 #include "content/destination.h"
 #include "content/file_status_preserver.h"
 #include "content/front_page.h"
-#include "lib/zelvo_ugid.h"
 #include "report/debug_log.h"
 
 namespace zelvo {
 
 namespace {
-
-gid_t groupId(const std::string& group) {
-    return group == accounts::kRoot || group == accounts::kRootGroup ? 0
-                                                                     : get_group_id(group.c_str());
-}
 
 // The full path of what the archive lists with a leading ".", "/" or neither. Nothing is unpacked
 // above the destination, so a path that climbs would lead its users to what was never unpacked.
@@ -51,7 +45,7 @@ ContentUnpacker::Paths ContentUnpacker::untar(const Cid& cid, const std::string&
     requireSafe(includes);
     Paths distinct = includes;
     distinct.erase(std::unique(distinct.begin(), distinct.end()), distinct.end());
-    const uid_t uid = get_user_id(user.c_str());
+    const uid_t uid = userId(user);
     const gid_t gid = groupId(group);
     create_destdir(destination, uid, gid, mode);
     const FileStatusPreserver preserver(destination);

@@ -15,8 +15,8 @@ namespace zelvo {
 // There is one for a run: its concrete class says how an archive is got and opened. Needs
 // theDebugLog.
 //
-// The panel's accounts are looked up by name at each call; one that is missing ends the process
-// with code 1. "Paths" are the full paths of what was unpacked, in the order of the archive; an
+// The panel's accounts are looked up by name at each call; UnsuitableOwner is raised for one that
+// is missing. "Paths" are the full paths of what was unpacked, in the order of the archive; an
 // archive that cannot be unpacked may give none.
 class ContentUnpacker {
   public:
@@ -37,9 +37,9 @@ class ContentUnpacker {
     // Unpacks into a directory, which is made when it is missing. An existing one keeps its mode
     // and owner whatever the archive says. user, group: names, owners of the directories that are
     // made; "root" and "0" are the group with id 0. mode: of the directories that are made, 0 for
-    // what the file mask gives. Raises CantCreateDirectory, CantStatFile, UnExpectedResult for a
-    // name that leads out of the destination and for an include that is not safe (isSafeOffset),
-    // std::out_of_range for an empty name, and what unpackTar raises.
+    // what the file mask gives. Raises UnsuitableOwner, CantCreateDirectory, CantStatFile,
+    // UnExpectedResult for a name that leads out of the destination and for an include that is not
+    // safe (isSafeOffset), std::out_of_range for an empty name, and what unpackTar raises.
     Paths untar(const Cid& cid, const std::string& destination, const Paths& includes,
                 const std::string& user, const std::string& group, mode_t mode);
     Paths untar(const Cid& cid, const std::string& destination, const std::string& user,

@@ -1,5 +1,6 @@
 #include "content/destination.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -48,8 +49,30 @@ bool isRootsAlone(const struct stat& status) {
     return status.st_uid == 0 && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
 }
 
-// The panel's temporary directory takes members of archives, links too, with root as their owner.
-bool isInTmpDir(const std::string& path) { return path.starts_with(files::getTmpDir() + "/"); }
+// Where archives are unpacked, and how many directories below it are still made by the panel.
+struct Yard {
+    std::string directory;
+    int panelDepth;
+};
+
+// The part of a path whose links are judged by their owners. Behind it archives put what they wish,
+// with any owner, so that a link there tells nothing about who made it.
+std::string trustedPart(const std::string& path) {
+    const Yard yards[] = {{files::getTmpDir(), 0},
+                          {files::getVhostsDir(), 1},
+                          {files::getMailDir(), 1},
+                          {files::getMailmanVarDir() + "/archives/private", 0}};
+    for (const Yard& yard : yards) {
+        if (path.starts_with(yard.directory + "/")) {
+            std::size_t end = yard.directory.size();
+            for (int depth = 0; depth < yard.panelDepth && end != std::string::npos; ++depth) {
+                end = path.find('/', end + 1);
+            }
+            return path.substr(0, end);
+        }
+    }
+    return path;
+}
 
 // Raises CantCreateDirectory for a link on the way that somebody else than the machine's
 // administrator can have made: a customer in a directory of his own, or an earlier archive.
@@ -61,21 +84,29 @@ void refuseUntrustedLink(const std::string& path) {
     }
     struct stat around {};
     const std::string parent = boost::filesystem::path(path).parent_path().string();
-    if (link.st_uid != 0 || isInTmpDir(path) ||
+    if (link.st_uid != 0 || path.size() > trustedPart(path).size() ||
         stat(parent.empty() ? "." : parent.c_str(), &around) != 0 || !isRootsAlone(around)) {
         throw EXC(CantCreateDirectory) % path %
             "path component is a link that others than root may have made";
     }
 }
 
+// The new directory is reached by its descriptor: its name can be taken over in a directory of a
+// customer's.
 void makeOne(const std::string& path, uid_t owner, gid_t group, mode_t mode) {
-    if (mkdir(path.c_str(), 0777) != 0) {
+    const boost::filesystem::path whole(path);
+    const std::string parent = whole.parent_path().string();
+    const std::string name = whole.filename().string();
+    const Descriptor above = openDestination(parent.empty() ? "." : parent);
+    if (mkdirat(above.get(), name.c_str(), 0777) != 0) {
         throw EXC(CantCreateDirectory) % path % strerror(errno);
     }
+    const Descriptor made(
+        openat(above.get(), name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
     if (mode != 0) {
-        std::ignore = chmod(path.c_str(), mode);
+        std::ignore = fchmod(made.get(), mode);
     }
-    std::ignore = lchown(path.c_str(), owner, group);
+    std::ignore = fchown(made.get(), owner, group);
 }
 
 // The ASCII form of a name, as a part of a path. what: whose name it is.
@@ -111,6 +142,14 @@ void create_destdir(const std::string& path, uid_t owner, gid_t group, mode_t mo
     }
 }
 
+Descriptor openDestination(const std::string& path) {
+    Descriptor directory = openDirectoryBeneath(trustedPart(path), path);
+    if (!directory.isOpen()) {
+        throw EXC(CantStatFile) % path % strerror(errno);
+    }
+    return directory;
+}
+
 std::string aboveOffset(const std::string& destination, const std::string& offset) {
     if (!destination.ends_with(offset)) {
         return destination;
@@ -140,7 +179,7 @@ bool isSafeOffset(const std::string& offset) {
 }
 
 std::string getVhostDir(const std::string& domain) {
-    return files::getVhostDir(asciiComponent(domain, "a virtual host"));
+    return files::getVhostsDir() + "/" + asciiComponent(domain, "a virtual host");
 }
 
 std::string getSubdomainDir(const std::string& vhostDir, const std::string& name) {

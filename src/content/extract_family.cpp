@@ -11,6 +11,7 @@
 #include "content/accounts.h"
 #include "content/beneath.h"
 #include "content/content_errors.h"
+#include "content/content_failure.h"
 #include "content/content_unpacker.h"
 #include "content/destination.h"
 #include "content/unpack_directory.h"
@@ -189,7 +190,8 @@ UnpackedFile ContentUnpacker::extractFile(const Cid& cid, const std::string& use
                                           const std::string& group, const char* assertion) {
     auto directory = std::make_unique<UnpackDirectory>(files::getTmpDir());
     openToPanel(*directory);
-    const Paths paths = untar(cid, directory->path(), user, group, 0);
+    Paths paths;
+    refuseNamelessMembers([&] { paths = untar(cid, directory->path(), user, group, 0); });
     if (paths.size() != 1) {
         throw EXC(AssertionFailed) % assertion;
     }

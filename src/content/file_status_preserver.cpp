@@ -1,18 +1,18 @@
 #include "content/file_status_preserver.h"
 
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
 
 #include "content/content_errors.h"
+#include "content/destination.h"
 
 namespace zelvo {
 
 FileStatusPreserver::FileStatusPreserver(const std::string& path)
-    : directory_(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
-    if (!directory_.isOpen() || fstat(directory_.get(), &status_) != 0) {
+    : directory_(openDestination(path)) {
+    if (fstat(directory_.get(), &status_) != 0) {
         throw EXC(CantStatFile) % path % strerror(errno);
     }
 }

@@ -14,7 +14,7 @@ namespace zelvo {
 // unpacks into. They go back to this directory, whatever stands under its name by then.
 class FileStatusPreserver {
   public:
-    // path: followed when it is a link. Raises CantStatFile.
+    // path: opened as by openDestination. Raises CantStatFile.
     explicit FileStatusPreserver(const std::string& path);
     ~FileStatusPreserver();
     FileStatusPreserver(const FileStatusPreserver&) = delete;

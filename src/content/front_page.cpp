@@ -2,10 +2,10 @@
 
 #include <sys/stat.h>
 
+#include "content/account_ids.h"
 #include "content/accounts.h"
 #include "content/beneath.h"
 #include "lib/sed.h"
-#include "lib/zelvo_ugid.h"
 
 namespace zelvo {
 
@@ -41,7 +41,7 @@ void apply_hosting_cid_with_fp(const std::string& domain, const std::string& des
     if (contains(file, "_vti_")) {
         // The file's path is a full one already, so this names nothing as a rule.
         lchownBeneath(destination, destination + "/" + file, static_cast<uid_t>(-1),
-                      get_group_id(accounts::kWebServer));
+                      groupId(accounts::kWebServer));
     }
     if ((contains(file, "/.htaccess") || contains(file, "/access.cnf")) && isRegular(file)) {
         const std::string expression =

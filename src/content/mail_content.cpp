@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "commons/files.h"
+#include "content/account_ids.h"
 #include "content/accounts.h"
 #include "content/beneath.h"
 #include "content/content_errors.h"
@@ -14,7 +15,6 @@
 #include "content/destination.h"
 #include "content/unpack_directory.h"
 #include "exec/log_exec_cmd.h"
-#include "lib/zelvo_ugid.h"
 
 namespace zelvo {
 
@@ -28,7 +28,7 @@ constexpr mode_t kSharedMode = 0770;
 
 tLogExecCmd asMailUser(const std::string& utility) {
     tLogExecCmd command(utility);
-    command.uid = get_user_id(kMail);
+    command.uid = userId(kMail);
     return command;
 }
 
@@ -88,8 +88,8 @@ class MailSorter {
 
   private:
     std::string directory_;
-    uid_t owner_ = get_user_id(kPanel);
-    gid_t group_ = get_group_id(kPanel);
+    uid_t owner_ = userId(kPanel);
+    gid_t group_ = groupId(kPanel);
 };
 
 }  // namespace
@@ -123,10 +123,8 @@ bool ContentUnpacker::mdir2mdir(const Cid& cid, const std::string& domain,
 bool ContentUnpacker::mbox2mdir(const Cid& cid, const std::string& domain,
                                 const std::string& mailName, bool single_file,
                                 const std::string& offset) {
-    // Before there is anything that the end of the process, which a missing account brings, could
-    // leave behind.
     tLogExecCmd converter = asMailUser(files::getMb2mdFileName());
-    const gid_t group = get_group_id(kMail);
+    const gid_t group = groupId(kMail);
     UnpackDirectory temporary;
     const Paths paths = untar(cid, temporary.path(), offset, kMail, kMail, 0);
     std::ignore = chown(temporary.path().c_str(), converter.uid, group);

@@ -2,13 +2,17 @@
 
 #include <sys/stat.h>
 
+#include <cstring>
+
 #include "commons/session.h"
 #include "content/beneath.h"
 #include "content/content_errors.h"
 #include "content/database_client.h"
+#include "content/destination.h"
 #include "content/null_separated.h"
 #include "content/unpack_directory.h"
 #include "exec/log_exec_cmd.h"
+#include "exec/write_fence.h"
 #include "report/debug_log.h"
 
 namespace zelvo {
@@ -51,6 +55,15 @@ ContentUnpacker::Paths RegularUnpacker::unpackTar(const Cid& cid, const std::str
     tolerated("Can untar", [&] {
         tLogExecCmd tar("tar");
         tar << "-xvf" << archiveOf(cid) << "-C" << destination;
+        // Else names that are not ASCII would be told with escapes.
+        tar.setEnv("LC_ALL", "C.UTF-8");
+        const WriteFence fence(openDestination(destination).get(), destination);
+        if (fence.isReady()) {
+            tar.fence = &fence;
+        } else {
+            theDebugLog->log(std::string("Unpacked without a fence around the destination: ") +
+                             strerror(fence.error()));
+        }
         tar.exec();
         if (tar.stdout.ends_with('\n')) {
             tar.stdout.pop_back();

@@ -13,7 +13,7 @@ const std::string kNul(1, '\0');
 
 const std::string& requireComponent(const std::string& name, const std::string& what) {
     if (name.empty() || name == "." || name == ".." ||
-        name.find_first_of("/" + kNul) != std::string::npos) {
+        name.find_first_of("/\\" + kNul) != std::string::npos) {
         throw EXC(UnsafeName) % name % what % "it is no single component of a path";
     }
     return name;
@@ -21,7 +21,7 @@ const std::string& requireComponent(const std::string& name, const std::string& 
 
 const std::string& requireDescent(const std::string& path, const std::string& what) {
     if (path.empty() || path.starts_with('/') || hasParentStep(path) ||
-        path.find(kNul) != std::string::npos) {
+        path.find_first_of("\\" + kNul) != std::string::npos) {
         throw EXC(UnsafeName) % path % what % "it leads to another place";
     }
     return path;

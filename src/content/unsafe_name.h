@@ -1,5 +1,6 @@
 // Names of a dump that become parts of a path. No utility need have seen them: an element that only
-// carries what lies below it reaches content without one.
+// carries what lies below it reaches content without one. A backslash is refused, as GNU tar takes
+// "\056" in the name of a directory for a dot.
 #pragma once
 
 #include <string>
@@ -7,7 +8,7 @@
 namespace zelvo {
 
 // Returns the name if it can be one component of a path: neither empty nor "." or "..", and without
-// "/" and NUL. Raises UnsafeName. what: whose name it is, for the message.
+// "/", "\" and NUL. Raises UnsafeName. what: whose name it is, for the message.
 const std::string& requireComponent(const std::string& name, const std::string& what);
 
 // Returns the path if it stays below where it is appended: it may hold "/", but is not empty, does

@@ -79,6 +79,8 @@ class ExecCmd : public CmdLine {
     std::int32_t retCode = 0;
     // The user that the child becomes.
     std::uint32_t uid = kKeepUser;
+    // Keeps the child from writing elsewhere; null for none. Not owned, good until the run ends.
+    const WriteFence* fence = nullptr;
 };
 
 // The output of a finished command as text for the debug log. Its first line stops short of the

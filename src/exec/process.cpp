@@ -185,6 +185,9 @@ void tellFailedStart(const SpawnFailure& failure, int outFd, int errFd) {
         case SpawnStep::kStreams:
             writeAll(errFd, uncaughtText("dup2Custom failed", failure.error));
             break;
+        case SpawnStep::kFence:
+            writeAll(errFd, uncaughtText("the write fence failed", failure.error));
+            break;
         case SpawnStep::kSetuid:
             writeAll(errFd, uncaughtText("forkExecvPipes: setuid() failed", failure.error));
             break;
@@ -199,8 +202,9 @@ void tellFailedStart(const SpawnFailure& failure, int outFd, int errFd) {
 }
 
 StartedChild start(const std::array<int, 3>& streams, const std::string& utility,
-                   const ArgList& args, std::uint32_t uid, const Environment& env) {
-    SpawnPlan plan(streams, utility, args, uid, env);
+                   const ArgList& args, std::uint32_t uid, const Environment& env,
+                   const WriteFence* fence) {
+    SpawnPlan plan(streams, utility, args, uid, env, fence);
     const StartedChild child = startChild(plan);
     if (child.failure) {
         tellFailedStart(*child.failure, streams[1], streams[2]);
@@ -212,7 +216,7 @@ StartedChild start(const std::array<int, 3>& streams, const std::string& utility
 
 int forkExecvGetInOutErrSuidEnv(std::string_view input, std::string& outText, std::string& errText,
                                 const std::string& utility, const ArgList& args, std::uint32_t uid,
-                                const Environment& env) {
+                                const Environment& env, const WriteFence* fence) {
     const ScopedDisposition ignorePipe(SIGPIPE, SIG_IGN);
     // Where SIGCHLD is ignored, which a process inherits, the kernel reaps its children and there
     // is no status to wait for.
@@ -223,7 +227,7 @@ int forkExecvGetInOutErrSuidEnv(std::string_view input, std::string& outText, st
     feed(pipes.in.writeEnd, input);
     const StartedChild child =
         start({pipes.in.readEnd.get(), pipes.out.writeEnd.get(), pipes.err.writeEnd.get()}, utility,
-              args, uid, env);
+              args, uid, env, fence);
     pipes.closeChildEnds();
     if (child.failure) {
         pipes.in.writeEnd.reset();
@@ -255,7 +259,7 @@ int forkExecvGetOut(std::string& outText, const std::string& utility, const ArgL
 
 pid_t forkExecvPipes(int inFd, int outFd, int errFd, const std::string& utility,
                      const ArgList& args, std::uint32_t uid, const Environment& env) {
-    return start({inFd, outFd, errFd}, utility, args, uid, env).pid;
+    return start({inFd, outFd, errFd}, utility, args, uid, env, nullptr).pid;
 }
 
 int dup2Custom(int source, int target) {

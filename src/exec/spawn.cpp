@@ -121,6 +121,10 @@ int execProgram(SpawnPlan& plan) {
         moveDescriptor(source, target);
     }
     closeInherited();
+    const int fenceError = plan.fence != nullptr ? plan.fence->close() : 0;
+    if (fenceError != 0) {
+        giveUp(outcome, SpawnStep::kFence, fenceError);
+    }
     if (plan.uid != kKeepUser && setUserId(plan.uid) != 0) {
         giveUp(outcome, SpawnStep::kSetuid, errno);
     }
@@ -208,9 +212,11 @@ std::optional<SpawnFailure> readFailure(int outcome) {
 }  // namespace
 
 SpawnPlan::SpawnPlan(const std::array<int, 3>& childStreams, const std::string& utility,
-                     const ArgList& args, std::uint32_t childUid, const Environment& env)
+                     const ArgList& args, std::uint32_t childUid, const Environment& env,
+                     const WriteFence* writeFence)
     : streams(childStreams),
       uid(childUid),
+      fence(writeFence),
       environment(env),
       candidates(programCandidates(utility, environment.find("PATH"))),
       signals(changedSignals()),

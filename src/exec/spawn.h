@@ -12,6 +12,7 @@
 
 #include "exec/arg_list.h"
 #include "exec/environment.h"
+#include "exec/write_fence.h"
 
 namespace zelvo {
 
@@ -20,12 +21,13 @@ namespace zelvo {
 class SpawnPlan {
   public:
     // streams: the descriptors that become 0, 1 and 2; -1 for /dev/null. The rest as in
-    // forkExecvGetInOutErrSuidEnv. args has to live as long as the plan.
+    // forkExecvGetInOutErrSuidEnv. args and fence have to live as long as the plan.
     SpawnPlan(const std::array<int, 3>& streams, const std::string& utility, const ArgList& args,
-              std::uint32_t uid, const Environment& env);
+              std::uint32_t uid, const Environment& env, const WriteFence* fence);
 
     const std::array<int, 3> streams;
     const std::uint32_t uid;
+    const WriteFence* const fence;
     const EnvironmentVector environment;
     const std::vector<std::string> candidates;
     // The signals to give their default disposition.
@@ -37,7 +39,7 @@ class SpawnPlan {
 };
 
 // The step that kept a child from becoming its program.
-enum class SpawnStep { kStreams, kSetuid, kSetenv, kExec };
+enum class SpawnStep { kStreams, kFence, kSetuid, kSetenv, kExec };
 
 // Why a child did not become its program.
 struct SpawnFailure {

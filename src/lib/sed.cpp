@@ -73,7 +73,7 @@ int rewrite(char* const argv[], const char* file) {
     const std::string temporary = std::string(file) + ".tmp";
     // What waits under the temporary name, a link or a pipe, must not get what root writes.
     unlink(temporary.c_str());
-    const Descriptor target(open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644));
+    const Descriptor target(open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
     if (target.get() < 0) {
         messlog2(0, 0, "ERROR: Unable to truncate or create file %s: %s", temporary.c_str(),
                  strerror(errno));

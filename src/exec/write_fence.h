@@ -1,0 +1,34 @@
+// Keeps a child from writing anywhere but below one directory, wherever names and links lead it.
+#pragma once
+
+#include <string>
+
+#include "exec/descriptor.h"
+
+namespace zelvo {
+
+// The child sees the whole machine as it is, but read-only: a mount namespace of its own, in which
+// only this directory can be written to (Linux mount_setattr). What it does to a file elsewhere, be
+// it a change of owner or mode or a hard link, fails with EROFS or EXDEV. Serves one child.
+class WriteFence {
+  public:
+    // directory: an open descriptor of the directory; stays the caller's. path: where the child
+    // looks for it; whatever stands there by then, it finds this directory. Where the system grants
+    // no such view (a kernel before 5.2, a container without rights to mount), the fence is none.
+    WriteFence(int directory, std::string path);
+
+    bool isReady() const { return tree_.isOpen(); }
+    // Why it is not: an error number.
+    int error() const { return error_; }
+
+    // Puts the calling process behind the fence. Returns 0 or an error number. Async-signal-safe;
+    // to be called in the child.
+    int close() const noexcept;
+
+  private:
+    Descriptor tree_;
+    int error_ = 0;
+    std::string path_;
+};
+
+}  // namespace zelvo
