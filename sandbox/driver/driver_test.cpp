@@ -60,7 +60,7 @@ TEST(Cases, StandInTheirSurroundings) {
     const auto cases = casesIn(
         "--- around\noptions: --a\ndump:\n<d>@@</d>\ncalls:\nfirst\n@@\nlast\nresult:\n"
         "domain d\n  @@\n=== One\n# Why.\noptions: --b\ndump: <x/>\ncalls:\n1\n2\nresult:\nA a\n"
-        "  B b\n\n=== Two\ndump: <y/>\n--- nothing\n=== Three\ntree: /opt/a\n./ a:b 755\n");
+        "  B b\n\n=== Two\ndump: <y/>\n--- nothing\n=== Three\ntree: /opt/a ./ a:b 755\nb c:d\n");
     ASSERT_EQ(cases.size(), 3U);
     EXPECT_EQ(cases[0].parts,
               (std::map<std::string, std::string>{{"options", "--a\n--b\n"},
@@ -69,7 +69,7 @@ TEST(Cases, StandInTheirSurroundings) {
                                                   {"result", "domain d\n  A a\n    B b\n"}}));
     EXPECT_EQ(cases[1].part("calls") + cases[1].part("result"), "first\nlast\n");
     EXPECT_EQ(cases[2].parts,
-              (std::map<std::string, std::string>{{"tree /opt/a", "./ a:b 755\n"}}));
+              (std::map<std::string, std::string>{{"tree /opt/a", "./ a:b 755\nb c:d\n"}}));
 }
 
 // Catches: anything of a tree that is not seen, and an archive that is not what its lines say.

@@ -15,15 +15,18 @@
 //   before:      calls that set the panel up
 //   faults:      rules of misbehaviour
 //   options: --notify
-//   archive: NAME    an archive in the session, see file_tree.h for its lines
+//   archive: NAME    an archive in the session, see file_tree.h for its lines; the first may stand
+//                behind the name
 //   dump:        what stands below the root
 //   calls:       the journal without the environment that every utility of the panel gets; a call
 //                that lacks it is "bare", or "$suspend DOMAIN" or "$resume DOMAIN" for the suspend
-//                handler. The repair of the statistics, which ends a restore, is written as "..."
-//                and needs no mention where nothing follows it; "no ..." where it is not made.
+//                handler. "$create DOMAIN" is the two calls that make a domain of the
+//                administrator's if little is said of it, "$update DOMAIN" those that change one.
+//                The repair of the statistics, which ends a restore, is written as "..." and needs
+//                no mention where nothing follows it; "no ..." where it is not made.
 //   result:      what failed, see outcome.h; "error" in its first line if that was the run. Empty,
 //                whatever stands around: a clean success.
-//   tree: DIRECTORY  what must stand there, all of it, see file_tree.h
+//   tree: DIRECTORY  what must stand there, all of it, see file_tree.h; as with archives
 //   status: 1 of 1 accounts, 0 of 0 domains, bob account
 //   log:         lines of the debug log, in their order; others may stand between them
 //
