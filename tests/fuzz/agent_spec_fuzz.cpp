@@ -20,14 +20,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const MemoryFile file(data, size);
     try {
         for (const std::string& value : zelvo::Agent::parse(file.path())) {
-            if (!isPartOfLine(value)) {
-                abort();
-            }
+            if (!isPartOfLine(value)) abort();
         }
     } catch (const zelvo::Exc<&zelvo::Agent::ParseFailed>& failure) {
-        if (!std::string(failure.what()).starts_with("Unable to parse spec file: ")) {
-            abort();
-        }
+        if (!std::string(failure.what()).starts_with("Unable to parse spec file: ")) abort();
     }
     return 0;
 }

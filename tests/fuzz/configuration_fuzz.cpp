@@ -16,9 +16,7 @@ void check(const conf_data& conf) {
             strpbrk(entry.key, " #\n") != nullptr) {
             abort();
         }
-        if (i > 0 && cmp_conf(&conf.data[i - 1], &entry) >= 0) {
-            abort();
-        }
+        if (i > 0 && cmp_conf(&conf.data[i - 1], &entry) >= 0) abort();
     }
 }
 
@@ -27,9 +25,7 @@ void check(const conf_data& conf) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const MemoryFile file(data, size);
     auto* conf = static_cast<conf_data*>(calloc(1, sizeof(conf_data)));
-    if (conf_read_file_r(file.path().c_str(), conf) != 0) {
-        abort();
-    }
+    if (conf_read_file_r(file.path().c_str(), conf) != 0) abort();
     check(*conf);
     conf_free_r(conf);
     return 0;

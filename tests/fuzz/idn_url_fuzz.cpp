@@ -14,9 +14,7 @@ namespace {
 
 std::string urlToAscii(const std::string& url) {
     const char* const converted = idn_url_toascii(url.c_str());
-    if (converted != nullptr && strlen(converted) >= 4096) {
-        abort();
-    }
+    if (converted != nullptr && strlen(converted) >= 4096) abort();
     return converted != nullptr ? converted : "null";
 }
 
@@ -36,8 +34,6 @@ void checkHost(const std::string& host) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::string url = std::string(reinterpret_cast<const char*>(data), size).c_str();
     urlToAscii(url);
-    if (!url.empty() && url.find_first_of("/:@") == std::string::npos) {
-        checkHost(url);
-    }
+    if (!url.empty() && url.find_first_of("/:@") == std::string::npos) checkHost(url);
     return 0;
 }

@@ -13,9 +13,7 @@ class MemoryFile {
   public:
     MemoryFile(const std::uint8_t* data, std::size_t size)
         : fd_(memfd_create("fuzz", MFD_CLOEXEC)) {
-        if (fd_ < 0 || write(fd_, data, size) != static_cast<ssize_t>(size)) {
-            abort();
-        }
+        if (fd_ < 0 || write(fd_, data, size) != static_cast<ssize_t>(size)) abort();
     }
     ~MemoryFile() { close(fd_); }
     MemoryFile(const MemoryFile&) = delete;

@@ -25,9 +25,7 @@ bool isUtf8(const std::string& text) {
 bool isWellFormed(const std::string& encoded, const std::string& text) {
     std::istringstream stream(encoded);
     for (std::string word; encoded != text && std::getline(stream, word, ' ');) {
-        if (word.size() > 75) {
-            return false;
-        }
+        if (word.size() > 75) return false;
     }
     return std::all_of(encoded.begin(), encoded.end(), [](char c) { return c >= ' '; });
 }

@@ -48,9 +48,7 @@ void (*const kReaders[])(const std::string&) = {readGateAnswer, readLocation, re
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    if (size == 0) {
-        return 0;
-    }
+    if (size == 0) return 0;
     const std::string text(reinterpret_cast<const char*>(data) + 1, size - 1);
     try {
         kReaders[*data % std::size(kReaders)](text);

@@ -1,5 +1,7 @@
 #include "content/vhost_refferred.h"
 
+#include <sstream>
+
 #include "collecting.h"
 #include "commons/files.h"
 
@@ -15,93 +17,64 @@ const char* const kSub = "m\xc3\xbcll";
 
 }  // namespace
 
-// Catches a row with another place, owner, mode or failure. Ids: webmaster 4717, qrdcln 4718,
-// qrdserv 4719, qrdftp 4720.
+// The elements that add content, then type, place, mode and owner of its directory, and what is
+// said of its loss, which begins with "CantUnpack" and has "Can not deploy" in front of the last
+// words. Ids: webmaster 4717, qrdcln 4718, qrdserv 4719, qrdftp 4720.
+constexpr char kRows[] = R"(
+domain docroot /httpdocs 40750 4717:4718 DomainDocroot: web-content of domain a.com
+domain docroot_ssl /httpsdocs 40750 4717:4718 DomainDocrootSsl: ssl-content of domain a.com
+domain cgi /cgi-bin 40750 4717:4718 DomainCgi: cgi-content of domain a.com
+domain conf /conf 40755 0:0 DomainContent: content of domain a.com
+domain webstat /statistics/webstat 40750 0:0 Webstat: web statistics of domain a.com
+domain webstat_ssl /statistics/webstat-ssl 40750 0:0 Webstat: web statistics of domain a.com
+domain ftpstat /statistics/ftpstat 40750 0:0 Ftpstat: ftp statistics of domain a.com
+domain anon_ftpstat /statistics/anon_ftpstat 40750 0:0 Ftpstat: ftp statistics of domain a.com
+domain error_docs /error_docs 40750 4717:4719 ErrorDocs: error documents for domain a.com
+domain private /private 40750 4717:4718 PrivateData: private data of domain a.com
+domain admin_private /private/webmaster 40750 4717:4718 PrivateData: private data of domain a.com
+domain logs /statistics/logs 40750 0:4719 Logs: log files on domain a.com
+user webuser_home /web_users/webmaster 40755 4717:4718 WebuserContent: web content of webuser Webmaster (domain a.com)
+user webuser_private /web_users/webmaster/private/ 40755 4717:4718 WebuserContent: web content of webuser Webmaster (domain a.com)
+ftp ftp_pub /anon_ftp/pub 40750 4717:4718 DomainPublicAnonFtp: anonymous ftp content of domain a.com
+ftp ftp_incoming /anon_ftp/incoming 40750 4717:4720 DomainPublicAnonFtp: anonymous ftp content of domain a.com
+sub docroot /subdomains/xn--mll-hoa/httpdocs 40755 4717:4718 SubdomainDocroot: web content of subdomain müll (domain a.com)
+sub docroot_ssl /subdomains/xn--mll-hoa/httpsdocs 40755 4717:4718 SubdomainDocrootSsl: ssl-content of subdomain müll (domain a.com)
+sub cgi /subdomains/xn--mll-hoa/cgi-bin 40755 4717:4718 SubdomainCgi: cgi content of subdomain müll (domain a.com)
+sub conf /subdomains/xn--mll-hoa/conf 40755 0:4719 SubdomainConf: conf directory of subdomain müll (domain a.com)
+app sapp-scripts /vault_scripts/7 40755 0:4718 DomainContent: content of domain a.com
+app sapp-https-scripts /vault_https_scripts/7 40755 0:4718 DomainContent: content of domain a.com
+app sapp-cgi-bin /cgi-bin/a/b 40755 4717:4718 DomainContent: content of domain a.com
+app sapp-htdocs /httpdocs/a/b 40755 4717:4718 DomainContent: content of domain a.com
+subapp sapp-htdocs /subdomains/xn--mll-hoa/httpsdocs/ 40755 4717:4718 DomainContent: content of domain a.com
+)";
+
+// Catches a row with another place, owner, mode or failure.
 TEST_F(VHostTest, PutsEachKindInItsPlace) {
-    using D = DomainVHostRefferred;
-    const auto domain = [](D& d, const zelvo::XmlNode& e) { d.addDomainVhost(e); };
-    const auto sub = [](D& d, const zelvo::XmlNode& e) { d.addSubDomain(e, kSub, "Webmaster"); };
-    const auto user = [](D& d, const zelvo::XmlNode& e) { d.addDomainWebUser(e, "Webmaster"); };
-    const auto ftp = [](D& d, const zelvo::XmlNode& e) { d.addDomainAnonFtp(e, "webmaster"); };
-    const auto app = [](D& d, const zelvo::XmlNode& e) {
-        d.addSiteApp(e, {"7", "wiki-1-2", "a/b"}, std::nullopt, "webmaster");
+    const auto add = [](DomainVHostRefferred& to, const std::string& how, const Element& from) {
+        if (how == "domain") to.addDomainVhost(from);
+        if (how == "sub") to.addSubDomain(from, kSub, "Webmaster");
+        if (how == "user") to.addDomainWebUser(from, "Webmaster");
+        if (how == "ftp") to.addDomainAnonFtp(from, "webmaster");
+        if (how == "app") to.addSiteApp(from, {"7", "wiki-1-2", "a/b"}, std::nullopt, "webmaster");
+        if (how == "subapp") to.addSiteApp(from, {"7", "wiki-1-2", "", true}, kSub, "webmaster");
     };
-    const auto subApp = [](D& d, const zelvo::XmlNode& e) {
-        d.addSiteApp(e, {"7", "wiki-1-2", "", true}, kSub, "webmaster");
-    };
-    const struct {
-        std::function<void(D&, const zelvo::XmlNode&)> add;
-        const char* type;
-        const char* to;
-        const char* attributes;
-        const char* failure;
-    } rows[] = {
-        {domain, "docroot", "/httpdocs", "40750 4717:4718",
-         "DomainDocroot: Can not deploy web-content of domain a.com"},
-        {domain, "docroot_ssl", "/httpsdocs", "40750 4717:4718",
-         "DomainDocrootSsl: Can not deploy ssl-content of domain a.com"},
-        {domain, "cgi", "/cgi-bin", "40750 4717:4718",
-         "DomainCgi: Can not deploy cgi-content of domain a.com"},
-        {domain, "conf", "/conf", "40755 0:0",
-         "DomainContent: Can not deploy content of domain a.com"},
-        {domain, "webstat", "/statistics/webstat", "40750 0:0",
-         "Webstat: Can not deploy web statistics of domain a.com"},
-        {domain, "webstat_ssl", "/statistics/webstat-ssl", "40750 0:0",
-         "Webstat: Can not deploy web statistics of domain a.com"},
-        {domain, "ftpstat", "/statistics/ftpstat", "40750 0:0",
-         "Ftpstat: Can not deploy ftp statistics of domain a.com"},
-        {domain, "anon_ftpstat", "/statistics/anon_ftpstat", "40750 0:0",
-         "Ftpstat: Can not deploy ftp statistics of domain a.com"},
-        {domain, "error_docs", "/error_docs", "40750 4717:4719",
-         "ErrorDocs: Can not deploy error documents for domain a.com"},
-        {domain, "private", "/private", "40750 4717:4718",
-         "PrivateData: Can not deploy private data of domain a.com"},
-        {domain, "admin_private", "/private/webmaster", "40750 4717:4718",
-         "PrivateData: Can not deploy private data of domain a.com"},
-        {domain, "logs", "/statistics/logs", "40750 0:4719",
-         "Logs: Can not deploy log files on domain a.com"},
-        {user, "webuser_home", "/web_users/webmaster", "40755 4717:4718",
-         "WebuserContent: Can not deploy web content of webuser Webmaster (domain a.com)"},
-        {user, "webuser_private", "/web_users/webmaster/private/", "40755 4717:4718",
-         "WebuserContent: Can not deploy web content of webuser Webmaster (domain a.com)"},
-        {ftp, "ftp_pub", "/anon_ftp/pub", "40750 4717:4718",
-         "DomainPublicAnonFtp: Can not deploy anonymous ftp content of domain a.com"},
-        {ftp, "ftp_incoming", "/anon_ftp/incoming", "40750 4717:4720",
-         "DomainPublicAnonFtp: Can not deploy anonymous ftp content of domain a.com"},
-        {sub, "docroot", "/subdomains/xn--mll-hoa/httpdocs", "40755 4717:4718",
-         "SubdomainDocroot: Can not deploy web content of subdomain m\xc3\xbcll (domain a.com)"},
-        {sub, "docroot_ssl", "/subdomains/xn--mll-hoa/httpsdocs", "40755 4717:4718",
-         "SubdomainDocrootSsl: Can not deploy ssl-content of subdomain m\xc3\xbcll (domain a.com)"},
-        {sub, "cgi", "/subdomains/xn--mll-hoa/cgi-bin", "40755 4717:4718",
-         "SubdomainCgi: Can not deploy cgi content of subdomain m\xc3\xbcll (domain a.com)"},
-        {sub, "conf", "/subdomains/xn--mll-hoa/conf", "40755 0:4719",
-         "SubdomainConf: Can not deploy conf directory of subdomain m\xc3\xbcll (domain a.com)"},
-        {app, "sapp-scripts", "/vault_scripts/7", "40755 0:4718",
-         "DomainContent: Can not deploy content of domain a.com"},
-        {app, "sapp-https-scripts", "/vault_https_scripts/7", "40755 0:4718",
-         "DomainContent: Can not deploy content of domain a.com"},
-        {app, "sapp-cgi-bin", "/cgi-bin/a/b", "40755 4717:4718",
-         "DomainContent: Can not deploy content of domain a.com"},
-        {app, "sapp-htdocs", "/httpdocs/a/b", "40755 4717:4718",
-         "DomainContent: Can not deploy content of domain a.com"},
-        {subApp, "sapp-htdocs", "/subdomains/xn--mll-hoa/httpsdocs/", "40755 4717:4718",
-         "DomainContent: Can not deploy content of domain a.com"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.to);
+    std::istringstream rows(kRows);
+    for (std::string how, type, to, mode, owner, code, text; rows >> how;) {
+        std::getline(rows >> type >> to >> mode >> owner >> code, text);
+        SCOPED_TRACE(how + " " + type);
         std::filesystem::remove_all(box("vhosts"));
         unpacked.clear();
         result.messages.clear();
-        const Element element({{row.type, "a.tar", "off"}});
+        const Element element({{type, "a.tar", "off"}});
         DomainVHostRefferred collection(element, "a.com", "webmaster");
-        row.add(collection, element);
+        add(collection, how, element);
         collection.Extract(unpacker);
-        EXPECT_THAT(unpacked, ElementsAre("vhosts/a.com" + std::string(row.to) + " off"));
-        EXPECT_EQ(unpacker.attributes, row.attributes);
+        EXPECT_THAT(unpacked, ElementsAre("vhosts/a.com" + to + " off"));
+        EXPECT_EQ(unpacker.attributes, mode + " " + owner);
         EXPECT_THAT(result.messages, ElementsAre());
         fails = [](const std::string&) { return true; };
         collection.Extract(unpacker);
-        EXPECT_THAT(result.messages, ElementsAre(std::string("CantUnpack") + row.failure));
+        EXPECT_THAT(result.messages, ElementsAre("CantUnpack" + code + " Can not deploy" + text));
         fails = [](const std::string&) { return false; };
     }
 }
@@ -132,32 +105,19 @@ TEST_F(VHostTest, UnpacksTheWholeOnceAndEachOtherPartByItself) {
     collection.Extract(unpacker);
     EXPECT_THAT(unpacked, ElementsAre("vhosts/a.com httpdocs httpsdocs private",
                                       "vhosts/a.com/ cgi-bin", "vhosts/a.com/statistics/logs"));
-    EXPECT_THAT(
-        result.messages,
-        ElementsAre(
-            "CantUnpackDomainContent: Can not deploy content of domain a.com",
-            "CantUnpackWebstat: Can not deploy web statistics of domain a.com",
-            "CantUnpackWebstat: Can not deploy web statistics of domain a.com",
-            "CantUnpackFtpstat: Can not deploy ftp statistics of domain a.com",
-            "CantUnpackErrorDocs: Can not deploy error documents for domain a.com",
-            "CantUnpackWebuserContent: Can not deploy web content of webuser nobody-here (domain "
-            "a.com)",
-            "CantUnpackWebuserContent: Can not deploy web content of webuser root (domain a.com)",
-            "CantUnpackSubdomainDocroot: Can not deploy web content of subdomain ../.. (domain "
-            "a.com)",
-            "CantUnpackSubdomainDocroot: Can not deploy web content of subdomain shop (domain "
-            "a.com)",
-            "CantUnpackDomainContent: Can not deploy content of domain a.com"));
-    EXPECT_THAT(
-        log.lines,
-        testing::IsSupersetOf(
-            {std::string("Going to unpack domain content"),
-             std::string("Going to unpack domain vhost content with restored objects"),
-             "failure " + kLost + "a part's place in an archive is no plain path",
-             std::string(
-                 "failure UnsuitableOwner: 'nobody-here' can not be the owner of content: the "
-                 "system has no such user"),
-             std::string("Finished unpacking domain content")}));
+    Paths codes;
+    for (const auto& text : result.messages) codes.push_back(text.substr(10, text.find(':') - 10));
+    EXPECT_THAT(codes, ElementsAre("DomainContent", "Webstat", "Webstat", "Ftpstat", "ErrorDocs",
+                                   "WebuserContent", "WebuserContent", "SubdomainDocroot",
+                                   "SubdomainDocroot", "DomainContent"));
+    EXPECT_THAT(log.lines, testing::IsSupersetOf(Paths{
+                               "Going to unpack domain content",
+                               "Going to unpack domain vhost content with restored objects",
+                               "failure " + kLost + "a part's place in an archive is no plain path",
+                               "failure UnsuitableOwner: 'nobody-here' can not be the owner of "
+                               "content: the system has no "
+                               "such user",
+                               "Finished unpacking domain content"}));
 
     unpacked.clear();
     result.messages.clear();

@@ -20,9 +20,7 @@ namespace {
 
 ArgList makeArgs(std::initializer_list<const char*> arguments) {
     ArgList args;
-    for (const char* argument : arguments) {
-        args.push_back(argument);
-    }
+    for (const char* argument : arguments) args.push_back(argument);
     return args;
 }
 
@@ -76,9 +74,7 @@ TEST(Runner, WorksAboveDescriptor1023AndLeaksNone) {
         limit.rlim_cur = limit.rlim_max;
         setrlimit(RLIMIT_NOFILE, &limit);
         int last = 0;
-        while (last >= 0 && last < 1500) {
-            last = open("/dev/null", O_RDONLY);
-        }
+        while (last >= 0 && last < 1500) last = open("/dev/null", O_RDONLY);
         const ChildRun run("cat; ls /proc/$$/fd", "in\n");
         std::cerr << run.out << open("/dev/null", O_RDONLY) - last;
         _exit(last < 0 ? 1 : run.code);
@@ -152,9 +148,7 @@ TEST(FailedStart, OfUserOrEnvironmentIsToldOnStandardError) {
         for (const std::uint32_t uid : {kKeepUser, 0U}) {
             const ChildRun run("/bin/true", {"true"}, "", {{"A=B", "x"}}, uid);
             std::cerr << run.code << run.out << run.err;
-            if (getuid() == 0 && setuid(65534) != 0) {
-                _exit(1);
-            }
+            if (getuid() == 0 && setuid(65534) != 0) _exit(1);
         }
         _exit(0);
     };

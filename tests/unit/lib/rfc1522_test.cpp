@@ -30,9 +30,7 @@ TEST(Iconv, ConvertsOrStopsOrMarksWhatIsBroken) {
     EXPECT_EQ("\u00CA", iconvRecode("BIG5-HKSCS", "UTF-8", "\x88\x66", false));
     // More than one buffer, with a character across its end.
     string expected;
-    for (int i = 0; i < 3000; ++i) {
-        expected += "\u20AC";
-    }
+    for (int i = 0; i < 3000; ++i) expected += "\u20AC";
     EXPECT_EQ(expected, iconvRecode("CP1252", "UTF-8", string(3000, '\x80'), true));
 
     const string rows[][3] = {{"UTF-8",
@@ -69,9 +67,7 @@ TEST(Rfc1522, DecodesEncodedWords) {
         {"=?utf-8?Q?=c3=BC?=, =?utf-8?Q?=41=?=", "\u00FC, A="},
         {"=?utf-8?Q?=4x=_=F?=", "=4x= =F"},
         {"=?utf-8?Q?=FF?=", "?"}};
-    for (const auto& [text, decoded] : rows) {
-        EXPECT_EQ(decoded, decode(text));
-    }
+    for (const auto& [text, decoded] : rows) EXPECT_EQ(decoded, decode(text));
     for (const char* broken :
          {"=?", "=?utf-8", "=?utf-8?Q", "=?utf-8?Q?", "=?utf-8?Q?a",
           "=?utf-8?Q?a b?=", "=??Q?a?=", "=?utf-8??a?=", "(=?utf-8?Q?a?=)", "=?utf-8?Q?a? ="}) {

@@ -128,23 +128,4 @@ TEST_F(PanelFiles, StayRootsWhereThePanelHasNoUser) {
     fs::rename(users + ".away", users);
 }
 
-// Catches: a list that is cleared for an element that says nothing, or that is not for one that
-// only says "false".
-TEST_F(PanelFiles, AreNotNeededForReferrers) {
-    const WebalizerDeployer webalizer("a.example");
-    const std::string clear = "webstat --del-all a.example\n";
-    EXPECT_EQ(callsFor(webalizer, "<webalizer/>"), "");
-    EXPECT_EQ(callsFor(webalizer, "<webalizer hide-direct-referrer='false'/>"), clear);
-    EXPECT_EQ(callsFor(webalizer,
-                       "<webalizer hide-direct-referrer='true'>"
-                       "<webalizer-hidden-referrer>http://h/</webalizer-hidden-referrer>"
-                       "<webalizer-group-referrer group-name='g h'>http://g/"
-                       "</webalizer-group-referrer><webalizer-hidden-referrer/></webalizer>"),
-              clear +
-                  "webstat -a a.example -type hidden_direct\n"
-                  "webstat -a a.example -type group -group g h -url http://g/\n"
-                  "webstat -a a.example -type hidden -url http://h/\n"
-                  "webstat -a a.example -type hidden -url \n");
-}
-
 }  // namespace
