@@ -13,6 +13,7 @@
 #include "lib/put.h"
 #include "lib/query_db.h"
 #include "mariadb.h"
+#include "printed_by.h"
 #include "temp_dir.h"
 
 namespace {
@@ -75,17 +76,6 @@ Connection connectTo(char* reason, std::size_t size) {
 string refusal() {
     char reason[1024] = "unset";
     return connectTo(reason, sizeof(reason)) != nullptr ? "" : reason;
-}
-
-// What the call prints on both streams, which must be the same.
-template <class Call>
-string printedBy(Call&& call) {
-    testing::internal::CaptureStdout();
-    testing::internal::CaptureStderr();
-    call();
-    const string out = testing::internal::GetCapturedStdout();
-    EXPECT_EQ(out, testing::internal::GetCapturedStderr());
-    return out;
 }
 
 // Catches: a password cut wrong, a reason lost, a connection left behind by a failure.

@@ -6,17 +6,16 @@
 #include <cerrno>
 #include <string>
 
+#include "printed_by.h"
+
 namespace {
 
 std::string message(int number, const std::string& text) {
-    testing::internal::CaptureStderr();
-    testing::internal::CaptureStdout();
-    errno = number;
-    messlog2(0, 1, "%s", text.c_str());
-    EXPECT_EQ(number, errno);
-    const std::string told = testing::internal::GetCapturedStderr();
-    EXPECT_EQ(told, testing::internal::GetCapturedStdout());
-    return told;
+    return printedBy([&] {
+        errno = number;
+        messlog2(0, 1, "%s", text.c_str());
+        EXPECT_EQ(number, errno);
+    });
 }
 
 TEST(Messlog2, TellsBothStreamsOfTheMessageAndTheSystemError) {

@@ -8,6 +8,7 @@
 #include "commons/session.h"
 #include "exec/cli_exec.h"
 #include "panel_box.h"
+#include "printed_by.h"
 #include "recording_log.h"
 #include "report/result_log.h"
 #include "restore/domain/webalizer.h"
@@ -112,15 +113,10 @@ TEST_F(PanelFiles, AreWholeOrNotHandedOut) {
 TEST_F(PanelFiles, StayRootsWhereThePanelHasNoUser) {
     const std::string users = panelBox.dir.path("etc/passwd");
     fs::rename(users, users + ".away");
-    testing::internal::CaptureStdout();
-    testing::internal::CaptureStderr();
     const PanelFile file("rmk-");
-    file.handOver();
-    const std::string told = testing::internal::GetCapturedStdout();
-    EXPECT_EQ(told, testing::internal::GetCapturedStderr());
-    EXPECT_EQ(told, "Can not chown temporary file " + file.path() +
-                        " to be accessible by Zelvo CP\nSystem error 2: No such file or "
-                        "directory\n");
+    EXPECT_EQ(printedBy([&] { file.handOver(); }),
+              "Can not chown temporary file " + file.path() +
+                  " to be accessible by Zelvo CP\nSystem error 2: No such file or directory\n");
     struct stat status {};
     EXPECT_EQ(stat(file.path().c_str(), &status), 0);
     EXPECT_EQ(status.st_uid, 0U);
