@@ -196,7 +196,8 @@ TEST(Translation, EndsAsCallersExpect) {
         {kBoth,
          "<xsl:template match='/'><xsl:document href='" + Sandbox::sessionPath() +
              "/written'>x</xsl:document></xsl:template>",
-         kDump, failed("tError_XmlInternal"), "Some error while applying stylesheet."},
+         kDump, failed("tError_XmlInternal"),
+         "Some error while applying stylesheet. Check the error reason and try again.<"},
         {kBoth,
          "<xsl:template match='/'><xsl:copy-of select=\"document('http://127.0.0.1:9/')\"/>"
          "</xsl:template>",

@@ -11,6 +11,7 @@
 #include "commons/temp_names.h"
 #include "lib/read_configuration.h"
 #include "temp_dir.h"
+#include "told.h"
 
 namespace {
 
@@ -46,15 +47,6 @@ TEST_F(Files, HangOnTheirRoots) {
     EXPECT_EQ("/var/www/vhosts/xn--tda.example", zelvo::files::getVhostDir("\u00FC.example"));
 }
 
-// What makes a temporary file or directory fail with.
-std::string failureOf(std::string (*make)(const std::string&, const std::string&)) {
-    try {
-        return make("/no/such", "x");
-    } catch (const zelvo::ExTraceable& failure) {
-        return failure.what();
-    }
-}
-
 // Catches: a temporary file that others can read, or that lies where nobody cleans up.
 TEST_F(Files, TemporaryOnesAreNewPrivateAndWhereTheyBelong) {
     std::filesystem::create_directories(dir_.path("q/RMK/tmp"));
@@ -70,8 +62,10 @@ TEST_F(Files, TemporaryOnesAreNewPrivateAndWhereTheyBelong) {
     make("", "q/x");
     EXPECT_EQ(S_IFDIR | 0700U, modeOf(zelvo::RMK_makeTempFileDirectory("", "y")));
     const std::string why = " with the template '/no/such/xXXXXXX': No such file or directory.";
-    EXPECT_EQ("Can not create temporary file" + why, failureOf(zelvo::RMK_getTempFileName));
-    EXPECT_EQ("Can not create temporary dir" + why, failureOf(zelvo::RMK_makeTempFileDirectory));
+    const std::string what = "Can not create temporary ";
+    EXPECT_EQ(what + "file" + why, messageOf([] { zelvo::RMK_getTempFileName("/no/such", "x"); }));
+    EXPECT_EQ(what + "dir" + why,
+              messageOf([] { zelvo::RMK_makeTempFileDirectory("/no/such", "x"); }));
 }
 
 TEST_F(Files, OfInputAreRegularOnes) {

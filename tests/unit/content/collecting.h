@@ -59,7 +59,7 @@ class Collecting : public Unpacking {
         }
         std::filesystem::create_directories(box("product/RMK/tmp"));
         unpacker.work = [this](const std::string& to) {
-            unpacked.push_back(to.substr(box("").size()));
+            unpacked.push_back(plain(to.substr(box("").size())));
             for (const std::string& include : unpacker.includes) unpacked.back() += " " + include;
             if (fails(to)) throw EXC(zelvo::UnExpectedResult) % "broken";
         };
@@ -71,7 +71,7 @@ class Collecting : public Unpacking {
         writeProgram(path,
                      "n=${0##*/}; echo \"${n%.*} $*\" >> " + box("calls") + "\n" + script + "\n");
     }
-    static std::string calls() { return contentOf(box("calls")); }
+    static std::string calls() { return plain(contentOf(box("calls"))); }
 
     FakeUnpacker unpacker;
     // "DESTINATION INCLUDE...", below the box's directory.

@@ -1,4 +1,7 @@
 #include "content/regular_unpacker.h"
+
+#include <regex>
+
 #include "mariadb.h"
 #include "postgresql.h"
 #include "unpacking.h"
@@ -30,11 +33,8 @@ class UnpackDbTest : public Unpacking {
 
     // The arguments of the client, one a line; the path of the temporary directory is "TMP".
     static std::string calls() {
-        std::string text = contentOf(box("calls"));
-        if (const std::size_t at = text.find(box("tmp/")); at != std::string::npos) {
-            text.replace(at, box("tmp/migration-unpack-XXXXXX").size(), "TMP");
-        }
-        return text;
+        return std::regex_replace(contentOf(box("calls")),
+                                  std::regex(box("tmp/migration-unpack-.{6}")), "TMP");
     }
 
     zelvo::RegularUnpacker unpacker;

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include <functional>
+#include <regex>
 
 #include "archive.h"
 #include "commons/session.h"
@@ -48,6 +49,10 @@ class Unpacking : public testing::Test {
     static void writeProgram(const std::string& path, const std::string& script) {
         std::ofstream(path) << "#!/bin/sh\n" << script;
         std::filesystem::permissions(path, std::filesystem::perms(0755));
+    }
+    // Without the variable parts of temporary names.
+    static std::string plain(const std::string& text) {
+        return std::regex_replace(text, std::regex("unpack-[^/ \n]{6}"), "unpack-XXXXXX");
     }
     // Whether every temporary directory of an unpacking is gone.
     static bool isTmpEmpty() { return std::filesystem::is_empty(box("tmp")); }

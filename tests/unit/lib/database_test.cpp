@@ -13,8 +13,8 @@
 #include "lib/put.h"
 #include "lib/query_db.h"
 #include "mariadb.h"
-#include "printed_by.h"
 #include "temp_dir.h"
+#include "told.h"
 
 namespace {
 

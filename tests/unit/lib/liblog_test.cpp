@@ -6,7 +6,7 @@
 #include <cerrno>
 #include <string>
 
-#include "printed_by.h"
+#include "told.h"
 
 namespace {
 

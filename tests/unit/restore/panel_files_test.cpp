@@ -8,12 +8,12 @@
 #include "commons/session.h"
 #include "exec/cli_exec.h"
 #include "panel_box.h"
-#include "printed_by.h"
 #include "recording_log.h"
 #include "report/result_log.h"
 #include "restore/domain/webalizer.h"
 #include "restore/objects/certificate.h"
 #include "restore/objects/cron.h"
+#include "told.h"
 #include "xml/xml_document.h"
 
 using namespace zelvo;

@@ -1,8 +1,9 @@
-// What goes to the terminal while a test calls something.
+// What a call tells: on the terminal, or by failing.
 #pragma once
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <string>
 
 // What the call prints on standard output and on standard error, which must be the same text.
@@ -14,4 +15,15 @@ std::string printedBy(Call&& call) {
     const std::string out = testing::internal::GetCapturedStdout();
     EXPECT_EQ(out, testing::internal::GetCapturedStderr());
     return out;
+}
+
+// The message of the failure that the call raises; empty if none.
+template <class Call>
+std::string messageOf(Call&& call) {
+    try {
+        call();
+    } catch (const std::exception& failure) {
+        return failure.what();
+    }
+    return "";
 }
