@@ -169,13 +169,23 @@ void fillRmk(const std::string& rmk) {
     linkEntries(std::string(SANDBOX_SHARE_DIR) + "/agents", rmk + "/agents");
 }
 
+// The converters run as the mail user, who reaches neither the state nor where these were built:
+// each is a program of its own and a copy.
+void copyTools(const std::string& rmk) {
+    for (const auto& entry : fs::directory_iterator(SANDBOX_TOOLS_DIR)) {
+        makeFile(rmk + "/" + entry.path().filename().string(), readFile(entry.path()).value_or(""),
+                 0755);
+    }
+}
+
 void fillProduct(const std::string& root, const BoxOptions& options) {
-    for (const char* name :
-         {"/admin/vlib/api-cli", "/admin/vlib/backup/suspend_handler", "/admin/sbin", "/bin",
-          "/var/sandbox", "/var/vhosts", "/var/mailnames", "/var/dumps"}) {
+    for (const char* name : {"/admin/vlib/api-cli", "/admin/vlib/backup/suspend_handler",
+                             "/admin/sbin", "/bin", "/mailman/bin", "/var/sandbox", "/var/vhosts",
+                             "/var/mailnames", "/var/mailman/archives/private", "/var/dumps"}) {
         makeDirs(root + name);
     }
     fillRmk(root + "/RMK");
+    copyTools(root + "/RMK");
     const std::string utility = options.utilities + "/panel-utility";
     for (const char* name : kUtilities) {
         makeLink(utility, root + "/admin/vlib/api-cli/" + name + ".php");

@@ -23,9 +23,21 @@ bool isContact(const std::string& option) {
     return option == "name" || option == "pname" || option == "email";
 }
 
+// A list with the changes that were made to it.
+bool isChanges(const Option& option) {
+    return option.value.find(':') != std::string::npos &&
+           (option.name == "aliases" || option.name == "groupmem" || option.name == "blacklist" ||
+            option.name == "whitelist");
+}
+
+bool isMembers(const Option& option) {
+    return option.tool == "maillist" && option.name == "members";
+}
+
 // What is shown as it is, and not counted.
 bool isTable(const Option& option) {
-    return option.tool == "crontabmng" || option.tool == "webstat" ||
+    return option.tool == "crontabmng" || option.tool == "webstat" || isChanges(option) ||
+           option.name == "attached" || option.name == "access" ||
            (option.name == "record" && (option.tool == "dns" || option.tool == "server_dns"));
 }
 
@@ -50,7 +62,10 @@ std::string facts(const Object& object, const std::vector<Option>& options) {
         if (isFile(option)) {
             add(option.name + " " + option.value);
         }
-        if (option.tool == kSystem && option.name != "uid") {
+        if (option.tool == "arch") {
+            add(option.name + " " + option.value);
+        }
+        if (option.tool == kSystem && option.name != "uid" && option.name != "password") {
             add(option.name + " " + quoteWord(option.value));
         }
     }
@@ -61,7 +76,8 @@ std::string facts(const Object& object, const std::vector<Option>& options) {
 std::string optionCounts(const std::vector<Option>& options) {
     std::map<std::string, int> counts;
     for (const Option& option : options) {
-        if (option.tool != kSystem && !isTable(option) && !isFile(option)) {
+        if (option.tool != kSystem && option.tool != "arch" && !isTable(option) &&
+            !isMembers(option) && !isFile(option)) {
             ++counts[option.tool];
         }
     }
@@ -72,15 +88,25 @@ std::string optionCounts(const std::vector<Option>& options) {
     return text;
 }
 
+// How many members all changes of a list together gave it: "members 200".
+std::string memberCount(const std::vector<Option>& options) {
+    std::size_t count = 0;
+    for (const Option& option : options) {
+        count += isMembers(option) ? splitText(option.value, ',').size() : 0;
+    }
+    return count > 0 ? "members " + std::to_string(count) : "";
+}
+
 // "client bob: name 'Bob B.', status enabled; options: client 9; guid 1"
 std::string describe(Model& model, const Object& object) {
     const std::vector<Option> options = model.options(object);
     const long rows = model.countTrafficRows(object);
     std::string text = object.kind + " " + quoteWord(object.name);
     const char* separator = ": ";
-    for (const std::string& part : {facts(object, options), optionCounts(options),
-                                    rows > 0 ? "traffic rows: " + std::to_string(rows) : "",
-                                    object.guid.empty() ? "" : "guid " + object.guid}) {
+    for (const std::string& part :
+         {facts(object, options), memberCount(options), optionCounts(options),
+          rows > 0 ? "traffic rows: " + std::to_string(rows) : "",
+          object.guid.empty() ? "" : "guid " + object.guid}) {
         if (!part.empty()) {
             text += separator + part;
             separator = "; ";

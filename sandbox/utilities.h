@@ -65,6 +65,7 @@ inline constexpr const char* kTools[] = {
     "admin/vlib/backup/backup-object-manager.php",
     "admin/vlib/backup/suspend_handler/SuspendHandlerRunner.php",
     "bin/xt-engine-zelvorun",
+    "mailman/bin/arch",
     "RMK/correct_aw_statistics.pl"};
 
 // Runs the panel's scripts: the first argument is the script, the others are for it.

@@ -33,6 +33,7 @@ enum class Shape {
     kOptions,  // WORD [-option [value]]...
     kName,     // WORD NAME [-option [value]]...
     kWords,    // WORD NAME ARGUMENT...
+    kAlone,    // NAME, without a word
 };
 
 // Where a name is the only one of its kind.
@@ -49,7 +50,7 @@ struct ParentRule {
 
 struct Command {
     std::string_view utility;
-    std::string_view word;  // its first argument; empty for Shape::kBare
+    std::string_view word;  // its first argument; empty for Shape::kBare and Shape::kAlone
     Shape shape;
     std::string_view kind;  // of the object that it works on; empty when there is none
     ParentRule parent;
@@ -79,8 +80,11 @@ consteval Commands rowsOf(const Command (&rows)[N]) {
 
 Commands accountCommands();
 Commands addressCommands();
+Commands databaseCommands();
 Commands domainCommands();
 Commands hostingCommands();
+Commands mailCommands();
+Commands mailListCommands();
 Commands serverCommands();
 Commands serviceCommands();
 Commands templateCommands();

@@ -89,7 +89,6 @@ constexpr Command kRows[] = {
     {"domain_pref", "-u", Shape::kName, "domain", kOwner, updateObject},
     {"domain_pref", "-d", Shape::kName, "domain", kOwner, makeDefaultDomain},
     {"domadmin", "--update", Shape::kName, "domain", kOwner, updateObject},
-    {"maillist", "--update-service", Shape::kName, "domain", kOwner, updateObject},
     {kHandler, "suspend", Shape::kWords, "domain", kOwner, setSuspended},
     {kHandler, "unsuspend", Shape::kWords, "domain", kOwner, setSuspended},
 };

@@ -1,5 +1,7 @@
 #include "panel/objects.h"
 
+#include <algorithm>
+
 #include "panel/system_objects.h"
 #include "words.h"
 
@@ -153,5 +155,24 @@ Answer moveObject(Model& model, const Request& request) {
 }
 
 Answer succeed(Model&, const Request&) { return {}; }
+
+// ---- lists ---------------------------------------------------------------
+
+void checkChanges(const Request& request, std::string_view option, std::string_view words) {
+    for (const auto& [name, value] : request.options) {
+        if (name != option) {
+            continue;
+        }
+        for (const std::string_view change : splitText(value, ';')) {
+            const std::size_t colon = change.find(':');
+            const auto items =
+                splitText(change.substr(std::min(colon, change.size() - 1) + 1), ',');
+            if (colon == std::string_view::npos || !holdsWord(words, change.substr(0, colon)) ||
+                std::find(items.begin(), items.end(), "") != items.end()) {
+                throw Refusal("no change of a list: " + quoteWord(change));
+            }
+        }
+    }
+}
 
 }  // namespace sandbox

@@ -65,4 +65,10 @@ Answer removeObject(Model& model, const Request& request);
 Answer moveObject(Model& model, const Request& request);
 Answer succeed(Model& model, const Request& request);
 
+// ---- lists ---------------------------------------------------------------
+
+// Refuses the value of a list option that is no change of a list: "add:a,b;del:c", with words of
+// these, separated by blanks. An item is not empty.
+void checkChanges(const Request& request, std::string_view option, std::string_view words);
+
 }  // namespace sandbox

@@ -31,12 +31,13 @@ Found lookUp(const Call& call) {
     Found found;
     for (const Commands rows :
          {accountCommands(), domainCommands(), hostingCommands(), serviceCommands(), zoneCommands(),
-          addressCommands(), templateCommands(), serverCommands()}) {
+          mailCommands(), mailListCommands(), databaseCommands(), addressCommands(),
+          templateCommands(), serverCommands()}) {
         for (const Command& row : rows) {
             if (row.utility != call.utility) {
                 continue;
             }
-            if (row.word == wordOf(call)) {
+            if (row.shape == Shape::kAlone || row.word == wordOf(call)) {
                 return {&row, true};
             }
             found.isKnown = true;

@@ -30,7 +30,9 @@ Request::Request(const Call& from, const Command& as) : call(from), command(as) 
     if (command.shape == Shape::kBare) {
         return;
     }
-    ++word;
+    if (command.shape != Shape::kAlone) {
+        ++word;
+    }
     if (command.shape != Shape::kOptions) {
         if (word == end || word->empty()) {
             throw Refusal(std::string(command.word) + " needs a name");

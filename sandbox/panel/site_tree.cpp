@@ -29,7 +29,9 @@ constexpr char kRoot[] = "root";
 constexpr char kServer[] = "qrdserv";
 constexpr char kCustomers[] = "qrdcln";
 constexpr char kUploads[] = "qrdftp";
-constexpr char kSite[] = "";  // the account of the site itself
+constexpr char kMail[] = "popuser";
+constexpr char kLists[] = "list";
+constexpr char kSite[] = "";  // the account that it is made for
 
 struct Directory {
     const char* path;
@@ -72,6 +74,18 @@ constexpr Directory kSubdomain[] = {
 };
 
 constexpr Directory kWebUser[] = {{"", kSite, kServer, 0750}};
+
+constexpr Directory kDomainMail[] = {{"", kSite, kMail, 0755}};
+
+constexpr Directory kMailName[] = {
+    {"", kSite, kMail, 0700},
+    {"/Maildir", kSite, kMail, 0700},
+    {"/Maildir/cur", kSite, kMail, 0700},
+    {"/Maildir/new", kSite, kMail, 0700},
+    {"/Maildir/tmp", kSite, kMail, 0700},
+};
+
+constexpr Directory kListArchive[] = {{"", kSite, kLists, 0770}};
 
 constexpr char kStartPage[] = "/index.html";
 constexpr char kStartText[] = "This site is new.\n";
@@ -134,25 +148,26 @@ const std::string& checkedComponent(const std::string& name) {
     return name;
 }
 
-// What the panel's configuration says of virtual hosts, or nothing.
-std::string configuredDirectory() {
-    constexpr std::string_view kKey = "HTTPD_VHOSTS_D";
+// What the panel's configuration says, with that behind it; empty where this is not below the
+// product.
+std::string belowConfigured(std::string_view key, const std::string& path) {
     const std::string text = readFile(kConfigurationFile).value_or("");
     for (const std::string_view line : splitText(text, '\n')) {
         const std::size_t end = line.find_first_of(" \t");
-        if (end != std::string_view::npos && line.substr(0, end) == kKey) {
-            return std::string(line.substr(line.find_first_not_of(" \t", end)));
+        if (end != std::string_view::npos && line.substr(0, end) == key) {
+            const std::string directory(line.substr(line.find_first_not_of(" \t", end)));
+            return directory.starts_with(std::string(kProductRoot) + "/") ? directory + path : "";
         }
     }
     return "";
 }
 
+std::string above(const std::string& path) { return path.substr(0, path.rfind('/')); }
+
 }  // namespace
 
 std::string virtualHostDirectory(const std::string& domain) {
-    const std::string name = checkedComponent(asciiForm(domain));
-    const std::string directory = configuredDirectory();
-    return directory.starts_with(std::string(kProductRoot) + "/") ? directory + "/" + name : "";
+    return belowConfigured("HTTPD_VHOSTS_D", "/" + checkedComponent(asciiForm(domain)));
 }
 
 std::string subdomainDirectory(const std::string& virtualHost, const std::string& subdomain) {
@@ -163,8 +178,18 @@ std::string webUserDirectory(const std::string& virtualHost, const std::string& 
     return virtualHost + "/web_users/" + checkedComponent(login);
 }
 
+std::string mailDirectory(const std::string& domain, const std::string& name) {
+    return belowConfigured("ZELVO_MAILNAMES_D",
+                           "/" + checkedComponent(domain) + "/" + checkedComponent(name));
+}
+
+std::string listArchive(const std::string& list) {
+    return belowConfigured("MAILMAN_VAR_D",
+                           "/archives/private/" + checkedComponent(list) + ".mbox");
+}
+
 void makeVirtualHost(const std::string& directory, const std::string& owner) {
-    makeDirs(directory.substr(0, directory.rfind('/')));
+    makeDirs(above(directory));
     makeTree(directory, kVirtualHost, owner);
 }
 
@@ -174,6 +199,17 @@ void makeSubdomain(const std::string& directory, const std::string& owner) {
 
 void makeWebUser(const std::string& directory, const std::string& owner) {
     makeTree(directory, kWebUser, owner);
+}
+
+void makeMailDirectory(const std::string& directory, const std::string& owner) {
+    makeDirs(above(directory));
+    makeTree(above(directory), kDomainMail, owner);
+    makeTree(directory, kMailName, owner);
+}
+
+void makeListArchive(const std::string& directory, const std::string& owner) {
+    makeDirs(above(directory));
+    makeTree(directory, kListArchive, owner);
 }
 
 }  // namespace sandbox

@@ -1,4 +1,5 @@
-// The directories that the panel makes for web sites, with their owners and modes.
+// The directories that the panel makes for web sites, mail and mail lists, with their owners and
+// modes.
 #pragma once
 
 #include <string>
@@ -14,10 +15,17 @@ std::string virtualHostDirectory(const std::string& domain);
 std::string subdomainDirectory(const std::string& virtualHost, const std::string& subdomain);
 std::string webUserDirectory(const std::string& virtualHost, const std::string& login);
 
+// That of a mail name, and that of a list's archive. Empty where virtual hosts' would be. Throw
+// Refusal as above.
+std::string mailDirectory(const std::string& domain, const std::string& name);
+std::string listArchive(const std::string& list);
+
 // Make a directory with all that belongs in it, for an account that exists. Throw
 // std::runtime_error.
 void makeVirtualHost(const std::string& directory, const std::string& owner);
 void makeSubdomain(const std::string& directory, const std::string& owner);
 void makeWebUser(const std::string& directory, const std::string& owner);
+void makeMailDirectory(const std::string& directory, const std::string& owner);
+void makeListArchive(const std::string& directory, const std::string& owner);
 
 }  // namespace sandbox

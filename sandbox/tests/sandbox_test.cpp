@@ -88,7 +88,27 @@ constexpr std::pair<std::string_view, std::string_view> kRefused[] = {
     {"objectInfo --getinfo -property-names name -guid g2", "there is no object with guid g2"},
     {"ip_pool --add 192.0.2.1 -type shared -owner bob", "ip 192.0.2.1 does not exist"},
     {"domain --destroy a.com", "unknown command --destroy"},
-    {"autoresponder --off a.com", "unknown utility autoresponder"}};
+    {"mail --create joe@b.com", "domain b.com does not exist"},
+    {"mail --create @a.com", "no mail name: @a.com"},
+    {"mail --create joe@a.com", "mail joe@a.com exists already"},
+    {"mail --update joe@a.com -aliases 'add:x;keep:y'", "no change of a list: keep:y"},
+    {"mail --update joe@a.com -aliases add:x,", "no change of a list: add:x,"},
+    {"autoresponder -u gone -mail joe@a.com", "autoresponder gone does not exist"},
+    {"autoresponder -u away -mail joe@a.com -attach add:/etc/qrd/qrd.conf",
+     "/etc/qrd/qrd.conf is outside the temporary directory"},
+    {"autoresponder -u away -mail joe@a.com -attach add:/opt/qrd/RMK/tmp/x",
+     "there is no file /opt/qrd/RMK/tmp/x"},
+    {"turboaddr -c 1 -owner-email joe@a.com -type person", "unknown type person"},
+    {"maillist --create news -domain c.com -email x@a.com", "maillist news exists already"},
+    {"maillist --create new -domain a.com", "--create needs -email"},
+    {"maillist --update news -domain c.com -members add:x", "maillist news does not exist"},
+    {"database --create shop -domain a.com -type db2", "unknown type db2"},
+    {"database --update gone -add_user bob -type mysql", "database gone does not exist"},
+    {"database --update shop -add_user bob -type postgresql",
+     "database shop is not of type postgresql"},
+    {"database --update shop -add_user bob -type mysql", "--update needs -passwd"},
+    {"database --update shop -remove_user bob", "dbuser bob does not exist"},
+    {"siteapp --off a.com", "unknown utility siteapp"}};
 
 // Catches: a panel that takes what a real one would not.
 TEST(Refusals, SayWhyAndChangeNothing) {
@@ -97,7 +117,10 @@ TEST(Refusals, SayWhyAndChangeNothing) {
         "client --create bob -owner admin -guid g1\nreseller --create rita\n"
         "domain --create a.com -owner bob\n"
         "domain --update a.com -hosting true -hst_type phys -login bob\n"
-        "subdomain --create www -domain a.com\ndomain --create c.com\n");
+        "subdomain --create www -domain a.com\ndomain --create c.com\n"
+        "mail --create joe@a.com\nautoresponder -c away -mail joe@a.com\n"
+        "maillist --create news -domain a.com -email joe@a.com\n"
+        "database --create shop -domain a.com -type mysql\n");
     const std::string held = (box.runCommand({"/bin/true"}), box.panel());
     for (const auto& [call, reason] : kRefused) {
         const std::string name(call.substr(0, call.find(' ')));
@@ -108,7 +131,7 @@ TEST(Refusals, SayWhyAndChangeNothing) {
         EXPECT_EQ(box.panel(), held) << call;
     }
     box.writeFile("accept-unknown", "");
-    EXPECT_EQ(box.runCommand(utility("autoresponder", {"--off", "a.com"})).exitStatus, 0);
+    EXPECT_EQ(box.runCommand(utility("siteapp", {"--off", "a.com"})).exitStatus, 0);
 }
 
 TEST(Panel, RemembersWhatItWasTold) {
@@ -224,6 +247,72 @@ web_users/wu/ wu:qrdserv 750
               look));
     EXPECT_THAT(gone.out, ::testing::EndsWith(
                               "\nlist:x:2116:2126:list archives:/opt/qrd/mailman:/bin/false\n"));
+}
+
+// Catches: mail that has no directory of its owner, answers that are not those that a restore
+// reads, and a converter that loses, joins or splits messages.
+TEST(Panel, HasMailListsAndDatabases) {
+    Sandbox box;
+    box.setup(
+        "domain --create a.com\n"
+        "mail --create joe@a.com -aliases add:x,y\n"
+        "maillist --create news -domain a.com -email joe@a.com\n"
+        "maillist --update news -domain a.com -members add:a@b.com,b@b.com\n"
+        "maillist --update news -domain a.com -members add:c@b.com\n"
+        "QRD_PASSWORD='s&' database-registrar --register db:99 -type postgresql -login boss "
+        "-passwd ''\n");
+    const std::string mailbox =
+        R"('From a Mon\nSubject: 1\n\nOne\nFrom here\n\nFrom b Tue\n\n>From me\n')";
+    const auto made = box.runCommand(
+        shell("./autoresponder.php -c away -mail joe@a.com && printf hello > ../../../RMK/tmp/n &&"
+              "./autoresponder.php -u away -mail joe@a.com -attach add:/opt/qrd/RMK/tmp/n &&"
+              "./database.php --create shop -domain a.com -type mysql -print-id &&"
+              "QRD_PASSWORD=x ./database.php --update shop -add_user u -type mysql -print-id "
+              "-passwd '' && ./database.php --update shop -update_user u -add-access % &&"
+              "./database-registrar.php --get-default-server -type postgresql &&"
+              "./database-registrar.php --get-credentials db:99 -type postgresql &&"
+              "./database-registrar.php --get-credentials db:98 -type postgresql &&"
+              "printf " +
+              mailbox +
+              " | tee /opt/qrd/RMK/tmp/mbox > /opt/qrd/var/mailman/archives/private/news.mbox/"
+              "news.mbox && /opt/qrd/mailman/bin/arch news && cd / &&"
+              "setpriv --reuid popuser --regid popuser --clear-groups /opt/qrd/RMK/mb2md.pl"
+              " -s /opt/qrd/RMK/tmp/mbox -R -d /opt/qrd/var/mailnames/a.com/joe/Maildir"));
+    EXPECT_EQ(made.err, "");
+    EXPECT_EQ(made.out,
+              R"(<?xml version="1.0"?>
+<database-id>1</database-id>
+New database user ID = 1
+<?xml version="1.0"?>
+<db-server type="postgresql"><host>db</host><port>99</port></db-server>
+<?xml version="1.0"?>
+<credentials><username>boss</username><password>s&amp;</password></credentials>
+<?xml version="1.0"?>
+<credentials><not-configured/></credentials>
+)");
+    EXPECT_EQ(treeOf(box, "/opt/qrd/var/mailnames"),
+              R"(./ root:root 755
+a.com/ popuser:popuser 755
+a.com/joe/ popuser:popuser 700
+a.com/joe/Maildir/ popuser:popuser 700
+a.com/joe/Maildir/cur/ popuser:popuser 700
+a.com/joe/Maildir/cur/000001.mbox:2,S popuser:popuser 644 'Subject: 1\n\nOne\nFrom here\n\n'
+a.com/joe/Maildir/cur/000002.mbox:2,S popuser:popuser 644 '\nFrom me\n'
+a.com/joe/Maildir/new/ popuser:popuser 700
+a.com/joe/Maildir/tmp/ popuser:popuser 700
+)");
+    EXPECT_EQ(box.panel(), R"(admin
+  domain a.com
+    database shop: options: database 2
+      dbuser u: password plain; options: database 1
+        database access: %
+    mail joe@a.com: directory /opt/qrd/var/mailnames/a.com/joe
+      mail aliases: add:x,y
+      autoresponder away
+        autoresponder attached: n 5 bytes
+    maillist news: messages 2, email joe@a.com, directory /opt/qrd/var/mailman/archives/private/news.mbox; members 3; options: maillist 1
+dbserver 'postgresql db:99': login boss
+)");
 }
 
 TEST(Panel, KeepsListsInOrderAndOfOtherOptionsTheLastValue) {
