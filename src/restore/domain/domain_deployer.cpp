@@ -3,12 +3,14 @@
 #include <utility>
 
 #include "commons/errors.h"
+#include "content/mail_list_refferred.h"
 #include "report/debug_log.h"
 #include "report/guard.h"
 #include "report/object_logger.h"
 #include "restore/domain/domain_alias.h"
 #include "restore/domain/domain_suspender.h"
 #include "restore/domain/forwarding.h"
+#include "restore/domain/mail_list.h"
 #include "restore/domain/physical_hosting.h"
 #include "restore/domain/tomcat.h"
 #include "restore/objects/certificate.h"
@@ -185,10 +187,9 @@ void tDomainDeployer::deployMailLists(const XmlNode& maillists) const {
     CliExec cmd = commandOn("maillist", "--update-service", domain_.name);
     addStatus(cmd, maillists.getNode("status"));
     cmd.exec();
-    reportUnsupported(maillists, "maillist");
-    if (hasCid(maillists, "domainmaillist")) {
-        throw EXC(NotSupportedOperation) % "content of maillists";
-    }
+    DomainMailListRefferred content(maillists, domain_.name);
+    deployEach(maillists, "maillist", tMaillistDeployer(domain_.name, content));
+    content.Extract(*extractor);
 }
 
 DomainInfo tDomainDeployer::deployHostingOnAddress(const XmlNode& node,

@@ -1,5 +1,6 @@
 #include "restore/toolbox/list_operator.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "report/debug_log.h"
@@ -35,38 +36,53 @@ std::string shrinkStars(const std::string& entry) {
     return result;
 }
 
-// The place of the wildcard c that stands neither first nor last, or npos.
-size_t findInside(const std::string& pattern, char c) {
-    const size_t place = pattern.find(c, 1);
-    return place != std::string::npos && place + 1 < pattern.size() ? place : std::string::npos;
+// A wildcard may stand for the "@" or for what is around it. There is a pattern for each one that
+// can.
+std::vector<std::string> splitAtWildcards(const std::string& text) {
+    std::vector<std::string> patterns;
+    for (std::size_t place = 0; place < text.size(); ++place) {
+        const bool isInside = place > 0 && place + 1 < text.size();
+        const char* separator = text[place] == '*'               ? "*@*"
+                                : text[place] == '?' && isInside ? "@"
+                                                                 : nullptr;
+        if (separator != nullptr) {
+            patterns.push_back(text.substr(0, place) + separator + text.substr(place + 1));
+        }
+    }
+    return patterns;
 }
 
-std::string rewrite(const std::string& entry) {
-    if (entry.find('@') != std::string::npos || entry.find_first_of("*?") == std::string::npos) {
-        return entry;
+std::vector<std::string> rewrite(const std::string& entry) {
+    if (entry.empty()) {
+        return {};
     }
-    const std::string pattern = shrinkStars(entry);
-    if (pattern == "*") {
-        return "*@*";
+    if (entry.find('@') != std::string::npos) {
+        return {entry};
     }
-    size_t separator = findInside(pattern, '?');
-    if (separator == std::string::npos) {
-        separator = findInside(pattern, '*');
+    const std::string text = shrinkStars(entry);
+    if (text == "*") {
+        return {"*@*"};
     }
-    if (separator != std::string::npos) {
-        return pattern.substr(0, separator) + "@" + pattern.substr(separator + 1);
+    if (std::none_of(text.begin(), text.end(), isWildcard)) {
+        return {text + "@*"};
     }
-    return isWildcard(pattern.front()) ? pattern + "@*" : "*@" + pattern;
+    const std::vector<std::string> patterns = splitAtWildcards(text);
+    if (!patterns.empty()) {
+        return patterns;
+    }
+    return {isWildcard(text.front()) ? text + "@*" : "*@" + text};
 }
 
 }  // namespace
 
-std::string toAddressPattern(const std::string& entry) {
-    std::string pattern = rewrite(entry);
-    if (pattern != entry) {
-        theDebugLog->log("Convert template '" + entry + "' to '" + pattern + "'");
+std::vector<std::string> toAddressPatterns(const std::string& entry) {
+    std::vector<std::string> patterns = rewrite(entry);
+    for (const std::string& pattern : patterns) {
+        if (pattern != entry) {
+            theDebugLog->log("Convert template '" + entry + "' to '" + pattern + "'");
+        }
     }
-    return pattern;
+    return patterns;
 }
 
 tPeriodSeparatedListOperator::tPeriodSeparatedListOperator(std::string& list, std::string action)
@@ -87,7 +103,9 @@ tPeriodSeparatedListOperatorForSpamAssassin::tPeriodSeparatedListOperatorForSpam
 
 void tPeriodSeparatedListOperatorForSpamAssassin::act(_xmlNode* node) const {
     checkProgramTerminated();
-    appendToList(list_, toAddressPattern(nodeOfDump(node).str(".")));
+    for (const std::string& pattern : toAddressPatterns(nodeOfDump(node).str("."))) {
+        appendToList(list_, pattern);
+    }
 }
 
 }  // namespace zelvo

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "xml/xml_node.h"
 
@@ -35,9 +36,10 @@ class tPeriodSeparatedListOperatorForSpamAssassin : public tXmlOperator {
     std::string& list_;
 };
 
-// Rewrites an entry of the dump into an address pattern "LOCAL@DOMAIN" as the spam filter wants
-// it. An entry with an "@", or without "*" and "?", stays as it is; a change is told to the debug
-// log.
-std::string toAddressPattern(const std::string& entry);
+// The address patterns "LOCAL@DOMAIN" that the spam filter needs for an entry of the dump: one for
+// an entry with an "@", which stays as it is, or without "*" and "?", which gets any domain; one
+// for each of these wildcards that can stand for the "@" otherwise; none for an empty one. A change
+// is told to the debug log.
+std::vector<std::string> toAddressPatterns(const std::string& entry);
 
 }  // namespace zelvo
