@@ -221,7 +221,7 @@ void Model::setOption(const Object& object, const Option& option) {
 
 void Model::addOption(const Object& object, const Option& option) {
     Query(*this,
-          "INSERT INTO option SELECT ?1, ?2, ?3, count(*), ?4 FROM option"
+          "INSERT INTO option SELECT ?1, ?2, ?3, coalesce(max(place) + 1, 0), ?4 FROM option"
           " WHERE object=?1 AND tool=?2 AND name=?3",
           {object.id, option.tool, option.name, option.value})
         .next();
