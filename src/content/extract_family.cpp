@@ -1,9 +1,7 @@
 // Who owns which content, and where it goes.
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <memory>
-#include <tuple>
 #include <utility>
 
 #include "commons/errors.h"
@@ -15,7 +13,6 @@
 #include "content/content_unpacker.h"
 #include "content/destination.h"
 #include "content/unpack_directory.h"
-#include "lib/zelvo_ugid.h"
 
 namespace zelvo {
 
@@ -28,16 +25,6 @@ constexpr mode_t kSharedMode = 0770;
 
 // What the panel takes from the temporary directory.
 std::string inTmpDir(const std::string& path) { return files::getTmpDir() + "/" + path; }
-
-// Makes the panel's own user the one who can enter a directory beside root. Without that user there
-// is nobody to let in.
-void openToPanel(const UnpackDirectory& directory) {
-    uid_t user = 0;
-    gid_t group = 0;
-    if (zelvo_ugid(kPanel, &user, &group) == 0) {
-        std::ignore = chown(directory.path().c_str(), user, group);
-    }
-}
 
 }  // namespace
 
@@ -189,7 +176,7 @@ Paths ContentUnpacker::extractMailManContent(const Cid& cid, const std::string& 
 UnpackedFile ContentUnpacker::extractFile(const Cid& cid, const std::string& user,
                                           const std::string& group, const char* assertion) {
     auto directory = std::make_unique<UnpackDirectory>(files::getTmpDir());
-    openToPanel(*directory);
+    directory->openToPanel();
     Paths paths;
     refuseNamelessMembers([&] { paths = untar(cid, directory->path(), user, group, 0); });
     if (paths.size() != 1) {

@@ -2,10 +2,11 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "commons/files.h"
-#include "content/attachment_directory.h"
+#include "content/accounts.h"
 #include "content/beneath.h"
 #include "content/content_errors.h"
 #include "content/content_failure.h"
@@ -37,16 +38,16 @@ std::string announcement(const Mailbox_Refferred& part) {
     }
 }
 
-// The path of one attachment of a part. The panel reads it as root and mails it out, and takes a
-// list of paths with commas.
-std::string pathOfAttachment(const AttachmentDirectory& directory, const std::string& offset,
+// The path of one attachment below a part's place in a directory. The panel reads it as root and
+// mails it out, and takes a list of paths with commas.
+std::string pathOfAttachment(const UnpackDirectory& directory, const std::string& place,
                              const std::string& file) {
     requireDescent(file, "an attachment");
     if (file.find(',') != std::string::npos) {
         throw EXC(UnsafeName) % file % "an attachment" % "it has a comma";
     }
-    std::string path = placeOfPart(directory.ofMailName(), offset) + "/" + file;
-    if (typeBeneath(directory.ofDomain(), path) != S_IFREG) {
+    std::string path = place + "/" + file;
+    if (typeBeneath(directory.path(), path) != S_IFREG) {
         throw EXC(UnExpectedResult) % (path + " is no file");
     }
     return path;
@@ -132,12 +133,12 @@ void DomainMailRefferred::extractPart(ContentUnpacker& unpacker, const Refferred
 }
 
 // What the whole archive holds of a mail name lies in the domain's mail directory now. A mailbox in
-// mbox form still has to be converted. Attachments are unpacked once more: the panel gets them from
-// the temporary directory and from nowhere else.
+// mbox form still has to be converted. Attachments are not taken from there: beside them lies mail
+// that this server had before.
 void DomainMailRefferred::finishPart(ContentUnpacker& unpacker, const RefferredCid& cid) {
     const Mailbox_Refferred& part = partOf(cid);
     if (part.kind == Kind::kAttachments) {
-        extractPart(unpacker, part);
+        takeAttachmentsOfWhole(unpacker, part);
     } else if (part.kind == Kind::kMbox || part.kind == Kind::kInbox) {
         theDebugLog->log(announcement(part));
         ContentUnpacker::convertUnpackedMbox(requireMailPart(domainName_, "a domain"),
@@ -178,10 +179,51 @@ void DomainMailRefferred::extractAttachments(ContentUnpacker& unpacker,
                                              const Mailbox_Refferred& part) const {
     theDebugLog->log("Extract autoresponders attaches of " + part.mailName + "(" + part.str() +
                      ")");
-    const AttachmentDirectory directory(domainName_, part.mailName);
-    requireUnpackedBelow(directory.ofDomain(), directory.ofMailName(), part.offset);
-    unpacker.extractAutoResponder(part, domainName_, part.mailName, part.offset);
-    restoreResponderAttaches(part, directory);
+    const UnpackDirectory directory(files::getTmpDir());
+    directory.openToPanel();
+    const std::string destination = directory.path() + "/" + part.mailName;
+    requireUnpackedBelow(directory.path(), destination, part.offset);
+    unpacker.extractAutoResponder(part, directory.path().substr(files::getTmpDir().size() + 1),
+                                  part.mailName, part.offset);
+    restoreResponderAttaches(part, directory, placeOfPart(destination, part.offset));
+}
+
+void DomainMailRefferred::takeAttachmentsOfWhole(ContentUnpacker& unpacker,
+                                                 const Mailbox_Refferred& part) {
+    requireMailPart(domainName_, "a domain");
+    requireMailPart(part.mailName, "a mail name");
+    if (!hasAttachments(part.mailName)) {
+        return;
+    }
+    if (attachmentsOfWhole_ == nullptr) {
+        extractAttachmentsOfWhole(unpacker, part);
+    }
+    restoreResponderAttaches(part, *attachmentsOfWhole_,
+                             placeOfPart(attachmentsOfWhole_->path(), part.offset));
+}
+
+void DomainMailRefferred::extractAttachmentsOfWhole(ContentUnpacker& unpacker,
+                                                    const Mailbox_Refferred& part) {
+    ContentUnpacker::Paths members;
+    for (const RefferredCid* cid : taken()) {
+        if (partOf(*cid).kind == Kind::kAttachments) {
+            members.push_back(cid->offset);
+        }
+    }
+    if (std::find(members.begin(), members.end(), "") != members.end()) {
+        members.clear();
+    }
+    // It stays also when this fails, so that nobody tries again.
+    attachmentsOfWhole_ = std::make_unique<UnpackDirectory>(files::getTmpDir());
+    attachmentsOfWhole_->openToPanel();
+    unpacker.untar(part, attachmentsOfWhole_->path(), members, accounts::kPanel, accounts::kPanel,
+                   0);
+}
+
+bool DomainMailRefferred::hasAttachments(const std::string& mailName) const {
+    const std::vector<Attachment>& all = attachments_.at(mailName);
+    return std::any_of(all.begin(), all.end(),
+                       [](const Attachment& one) { return !one.responder.empty(); });
 }
 
 void DomainMailRefferred::extractSpamData(ContentUnpacker& unpacker,
@@ -194,7 +236,8 @@ void DomainMailRefferred::extractSpamData(ContentUnpacker& unpacker,
 }
 
 void DomainMailRefferred::restoreResponderAttaches(const Mailbox_Refferred& part,
-                                                   const AttachmentDirectory& directory) const {
+                                                   const UnpackDirectory& directory,
+                                                   const std::string& place) const {
     theDebugLog->log("Create autoresponders attaches files of " + part.mailName + "@" +
                      domainName_ + "(" + part.str() + ")");
     for (const Attachment& attachment : attachments_.at(part.mailName)) {
@@ -202,7 +245,7 @@ void DomainMailRefferred::restoreResponderAttaches(const Mailbox_Refferred& part
             const Failure failure = failureOf(part);
             contentGuarded(*failure, [&] {
                 takeAttachment(part.mailName, attachment.responder,
-                               pathOfAttachment(directory, part.offset, attachment.file));
+                               pathOfAttachment(directory, place, attachment.file));
             });
         }
     }

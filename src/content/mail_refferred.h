@@ -3,15 +3,15 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "content/mailbox_refferred.h"
 #include "content/refferred_collection.h"
+#include "content/unpack_directory.h"
 
 namespace zelvo {
-
-class AttachmentDirectory;
 
 // Mail names are those without the domain. One is known here as soon as any of the calls with an
 // element was made for it.
@@ -56,17 +56,26 @@ class DomainMailRefferred : public RefferredCidCollection {
     bool attach(const std::string& mailName, const std::string& responder, const Files& attaches);
 
     void extractMailBox(ContentUnpacker& unpacker, const Mailbox_Refferred& part) const;
+    // Puts a mail name's attachments where the panel takes them from: in the temporary directory,
+    // in one that is this run's own and that goes with the work on them.
     void extractAttachments(ContentUnpacker& unpacker, const Mailbox_Refferred& part) const;
+    // The same for attachments in the whole archive, which is unpacked there once for all of them:
+    // an unpacker may give all of an archive for the smallest part of it.
+    void takeAttachmentsOfWhole(ContentUnpacker& unpacker, const Mailbox_Refferred& part);
+    void extractAttachmentsOfWhole(ContentUnpacker& unpacker, const Mailbox_Refferred& part);
+    bool hasAttachments(const std::string& mailName) const;
     void extractSpamData(ContentUnpacker& unpacker, const Mailbox_Refferred& part) const;
     // Has the panel take the attachments of each answer. A failure costs the one attachment and is
-    // told.
-    void restoreResponderAttaches(const Mailbox_Refferred& part,
-                                  const AttachmentDirectory& directory) const;
+    // told. directory: where the attachments have to be. place: the part's place in it.
+    void restoreResponderAttaches(const Mailbox_Refferred& part, const UnpackDirectory& directory,
+                                  const std::string& place) const;
     void takeAttachment(const std::string& mailName, const std::string& responder,
                         const std::string& path) const;
 
     std::string domainName_;
     std::map<std::string, std::vector<Attachment>> attachments_;
+    // The attachments in the whole archive, once the first of them was asked for.
+    std::unique_ptr<UnpackDirectory> attachmentsOfWhole_;
 };
 
 }  // namespace zelvo

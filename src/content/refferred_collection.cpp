@@ -46,10 +46,20 @@ void RefferredCidCollection::Extract(ContentUnpacker& unpacker) {
     theDebugLog->log(std::string(lines_.end));
 }
 
+std::vector<const RefferredCid*> RefferredCidCollection::taken() const {
+    std::vector<const RefferredCid*> parts;
+    for (const auto& cid : toExtract_) {
+        if (whole_.holds(*cid)) {
+            parts.push_back(cid.get());
+        }
+    }
+    return parts;
+}
+
 ContentUnpacker::Paths RefferredCidCollection::includes() const {
-    const bool isPartEverything =
-        std::any_of(toExtract_.begin(), toExtract_.end(),
-                    [this](const auto& cid) { return cid->offset.empty() && whole_.holds(*cid); });
+    const std::vector<const RefferredCid*> parts = taken();
+    const bool isPartEverything = std::any_of(
+        parts.begin(), parts.end(), [](const RefferredCid* part) { return part->offset.empty(); });
     return isPartEverything ? ContentUnpacker::Paths() : whole_.getIncludes();
 }
 

@@ -50,7 +50,9 @@ class RefferredCidCollection {
     // Unpacks a part by itself, and does what is left to do then. cid: one of this collection, here
     // as in what follows.
     virtual void extractPart(ContentUnpacker& unpacker, const RefferredCid& cid) = 0;
-    // What is left to do for a part that the whole took, also after the whole has failed.
+    // The parts that the whole took, in the order of registration.
+    std::vector<const RefferredCid*> taken() const;
+    // What is left to do for one of these, also after the whole has failed.
     virtual void finishPart(ContentUnpacker& /*unpacker*/, const RefferredCid& /*cid*/) {}
     // The failure that tells that a part is lost.
     virtual Failure failureOf(const RefferredCid& cid) const = 0;

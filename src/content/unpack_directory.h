@@ -20,6 +20,10 @@ class UnpackDirectory {
 
     const std::string& path() const { return path_; }
 
+    // Makes the panel's own user the one who can enter the directory beside root. Without that user
+    // there is nobody to let in.
+    void openToPanel() const;
+
     // At the end this path goes instead, and the directory stays.
     void cleanInstead(const std::string& path) { toClean_ = path; }
 
