@@ -114,7 +114,7 @@ class ContentUnpacker {
                                 const std::string& offset);
     Paths extractSiteAppHttpsScripts(const Cid& cid, const std::string& destination,
                                      const std::string& offset);
-    // Attachments, below the temporary directory. name: the mail name. subName: the responder's.
+    // Attachments. name, subName: the place below the temporary directory, one in the other.
     Paths extractAutoResponder(const Cid& cid, const std::string& name, const std::string& subName,
                                const std::string& offset);
     // convert: convert the filter's data to this server's form; set to false when the converter

@@ -8,6 +8,7 @@
 #include "restore/account/admin_deployer.h"
 #include "restore/account/client_deployer.h"
 #include "restore/domain/domain_deployer.h"
+#include "restore/domain/mail_system.h"
 #include "restore/key_value_lines.h"
 #include "restore/server/server_deployer.h"
 #include "restore/toolbox/addresses.h"
@@ -63,8 +64,7 @@ void ZelvoDumpRestorer::deployDomain(const XmlNode& node) {
 }
 
 void ZelvoDumpRestorer::deployMailname(const XmlNode& node) {
-    ownerOf(node);
-    throw EXC(NotSupportedOperation) % "mailname";
+    deployMailUsers(node, ".", ownerOf(node));
 }
 
 void ZelvoDumpRestorer::deployDatabase(const XmlNode& node) {

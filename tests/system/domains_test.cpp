@@ -68,6 +68,9 @@ TEST(Domains, EndTheRunByANumberThatIsNone) {
         {"<limits-and-permissions><limit name='max_box'>1</limit>"
          "<limit name='disk_space'>abc</limit></limits-and-permissions>",
          "", "The value of the limit 'Domain a.example disk_space' is not a number: 'abc'"},
+        {"<mailsystem><mailusers><mailuser name='joe' "
+         "mailbox-quota='5k'/></mailusers></mailsystem>",
+         "", "The value of the mailbox quota of 'joe' is not a number: '5k'"},
         {"<properties><dns-zone type='slave'><dns-zone-param name='x' value='1h'/></dns-zone>"
          "</properties>",
          "domain_pref --update a.example -www true\ndns --set-slave a.example\n",

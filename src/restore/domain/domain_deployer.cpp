@@ -293,8 +293,4 @@ void tDomainDeployer::showProgress() const {
     report_ptr_->updateProgressStats(domain_.name, objectType::domain);
 }
 
-void tDomainDeployer::deployMailSystem(const XmlNode&) {
-    deploy_error_func(EXC(NotSupportedOperation) % "mailsystem");
-}
-
 }  // namespace zelvo

@@ -8,6 +8,7 @@
 #include "restore/toolbox/deploy_action.h"
 #include "restore/toolbox/deploy_doc_ability.h"
 #include "restore/toolbox/domain_info.h"
+#include "restore/toolbox/option_table.h"
 
 namespace zelvo {
 
@@ -66,8 +67,13 @@ class tDomainDeployer : public XmlDeployDocAbility, public tDeployAction {
     // The domain administrator: all options in one call, and part by part if that call fails.
     void setDomainUser(const XmlNode& user) const;
 
-    // Stands for a deployer that is not there yet, and reports the element.
-    static void deployMailSystem(const XmlNode& mailsystem);
+    // The mail users with their content, and then the mail settings of the domain as a whole.
+    void deployMailSystem(const XmlNode& mailsystem) const;
+    void setMailStatus(const XmlNode& mailsystem) const;
+    void setDomainKeys(const XmlNode& keys) const;
+    // Sends one option if the element calls for it. A failure is told.
+    void setMailOption(const XmlNode& mailsystem, const std::string& utility,
+                       const std::string& verb, const OptionRow& row) const;
 
     DomainInfo domain_;
 };

@@ -19,6 +19,7 @@ ERROR_TAG(FailedProtDirDeployment, "Failed deployment of prot.directory %1% (dom
 ERROR_TAG(FailedProtDirUserDeployment,
           "Failed deployment of user %1% of prot.directory %2% (domain %3%)");
 ERROR_TAG(FailedWebuserDeployment, "Failed deployment of webuser %1% (domain %2%)");
+ERROR_TAG(FailedMailuserDeployment, "Failed deployment of mail user %1%@%2%");
 ERROR_TAG(ClientDoesNotExist, "Client %1% does not exist, but is expected to.");
 ERROR_TAG(UnknownParentClassObject, "Cannot find parent with guid '%1%' ['%2%'].");
 ERROR_TAG(CantWriteTempFile, "Can not write temporary file '%1%': %2%.");
