@@ -61,6 +61,13 @@ std::string versionOrExit(const char* name) {
     return std::move(version.text);
 }
 
+// The same without a report.
+LookUp lookUpSilently(const char* name) {
+    char reason[1024];
+    DbConnection connection(zelvo_db_connect(reason, sizeof(reason)));
+    return connection != nullptr ? lookUpVersion(std::move(connection), name) : failure(reason);
+}
+
 bool meansInstalled(const std::string& version) { return version != "not_installed"; }
 
 }  // namespace
@@ -69,11 +76,15 @@ void get_pkg_version(const char* name, char* buffer, std::size_t size) {
     snprintf(buffer, size, "%s", versionOrExit(name).c_str());
 }
 
+bool try_pkg_version(const char* name, char* buffer, std::size_t size) {
+    const LookUp version = lookUpSilently(name);
+    snprintf(buffer, size, "%s", version.text.c_str());
+    return version.found;
+}
+
 bool is_package_installed(const char* name) { return meansInstalled(versionOrExit(name)); }
 
 bool is_package_installed_silent(const char* name) {
-    char reason[1024];
-    const LookUp version =
-        lookUpVersion(DbConnection(zelvo_db_connect(reason, sizeof(reason))), name);
+    const LookUp version = lookUpSilently(name);
     return version.found && meansInstalled(version.text);
 }

@@ -8,6 +8,10 @@
 // version, are reported and end the process with code 1.
 void get_pkg_version(const char* name, char* buffer, std::size_t size);
 
+// The same for those who can go on without the version: false, with the reason in the buffer in
+// place of the version and without a report, where get_pkg_version would end the process.
+bool try_pkg_version(const char* name, char* buffer, std::size_t size);
+
 // False when the version of a package is "not_installed". Ends the process where get_pkg_version
 // does.
 bool is_package_installed(const char* name);

@@ -10,6 +10,7 @@
 #include "restore/domain/domain_deployer.h"
 #include "restore/domain/mail_system.h"
 #include "restore/key_value_lines.h"
+#include "restore/objects/database.h"
 #include "restore/server/server_deployer.h"
 #include "restore/toolbox/addresses.h"
 #include "restore/toolbox/panel_command.h"
@@ -68,8 +69,8 @@ void ZelvoDumpRestorer::deployMailname(const XmlNode& node) {
 }
 
 void ZelvoDumpRestorer::deployDatabase(const XmlNode& node) {
-    ownerOf(node);
-    throw EXC(NotSupportedOperation) % "database";
+    RestoredDatabases restored;
+    DatabaseDeployer(ownerOf(node), restored).act(node);
 }
 
 std::string ZelvoDumpRestorer::ownerOf(const XmlNode& node) {

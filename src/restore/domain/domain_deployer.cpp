@@ -15,6 +15,7 @@
 #include "restore/domain/tomcat.h"
 #include "restore/objects/certificate.h"
 #include "restore/objects/custom_button.h"
+#include "restore/objects/database.h"
 #include "restore/objects/dns_zone.h"
 #include "restore/objects/domain_template.h"
 #include "restore/toolbox/command_in_parts.h"
@@ -154,7 +155,8 @@ void tDomainDeployer::deployContents(const XmlNode& node, const TemplateRules& r
     if (node.test("mailsystem")) {
         deployMailSystem(node.getNode("mailsystem"));
     }
-    reportUnsupported(node, "databases/database");
+    RestoredDatabases databases;
+    deployEach(node, "databases/database", DatabaseDeployer(domain_.name, databases));
     if (writesSettings()) {
         deployServices(node);
     }

@@ -59,6 +59,13 @@ bool tDeployDocAbility::getCid(const XmlNode& node, const std::string& type, Cid
     return true;
 }
 
+void tDeployDocAbility::unzipdb(const std::string& database, const std::string& type,
+                                const Cid& cid, const std::string& login,
+                                const std::string& password, const std::string& host,
+                                const std::string& port) {
+    extractor->unpackDb(cid, {type, login, password, host, port}, database);
+}
+
 void tDeployDocAbility::tryInstallSkin(const XmlNode& node, const std::string& utility,
                                        const std::string& name) {
     if (node.test("@skin")) {

@@ -70,6 +70,13 @@ class tDeployDocAbility {
     // Loads it into cid; returns false and leaves cid as it was when there is none.
     static bool getCid(const XmlNode& node, const std::string& type, Cid& cid);
 
+    // Loads the database dump of cid through the extractor. database: its name. type: of its
+    // server, "mysql", "postgresql" or "mssql". host, port: of the server, empty for the client's
+    // own default. Raises what unpackDb raises.
+    static void unzipdb(const std::string& database, const std::string& type, const Cid& cid,
+                        const std::string& login, const std::string& password,
+                        const std::string& host, const std::string& port = "");
+
     // "-passwd", with the element's password, or a random one for an empty one, in the environment.
     static void getPasswordOpts(const XmlNode& node, CmdLine& cmd);
 

@@ -1,9 +1,12 @@
 #include "restore/toolbox/passwd.h"
 
+#include <unistd.h>
+
 #include <cstdlib>
 #include <utility>
 
 #include "commons/errors.h"
+#include "commons/system_error.h"
 #include "lib/base64.h"
 #include "report/debug_log.h"
 
@@ -16,8 +19,8 @@ const std::string kCapitals = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
 const std::string kSmallLetters = "abcdefghijklmnopqrstuvwxyz";
 const std::string symbols = kSmallLetters + kCapitals + "0123456789";
 
-char pick(const std::string& alphabet) {
-    return alphabet[static_cast<size_t>(rand()) % alphabet.size()];
+char pick(const std::string& alphabet, RandomSource next) {
+    return alphabet[static_cast<size_t>(next()) % alphabet.size()];
 }
 
 void logReplacement(const std::string& kind, const std::string& what) {
@@ -78,20 +81,28 @@ void addPasswdToCmdLine(const passwd& password, CmdLine& cmd) {
 std::string randomPasswd() {
     std::string result;
     for (int i = 0; i < 7; ++i) {
-        result += pick(symbols);
+        result += pick(symbols, rand);
     }
     return result;
 }
 
-std::string randomStrongPassword(int length) {
+int systemRandom() {
+    unsigned number = 0;
+    if (getentropy(&number, sizeof(number)) != 0) {
+        throwSystemError("getentropy() failed");
+    }
+    return static_cast<int>(number & static_cast<unsigned>(RAND_MAX));
+}
+
+std::string randomStrongPassword(int length, RandomSource next) {
     const std::string* const alphabets[] = {&kDigits, &kCapitals, &kSmallLetters};
     std::string result;
     for (int i = 0; i < length; ++i) {
-        result += pick(*alphabets[i % 3]);
+        result += pick(*alphabets[i % 3], next);
     }
     for (int i = 0; i < length; ++i) {
-        const size_t one = static_cast<size_t>(rand() % length);
-        const size_t other = static_cast<size_t>(rand() % length);
+        const size_t one = static_cast<size_t>(next() % length);
+        const size_t other = static_cast<size_t>(next() % length);
         std::swap(result[one], result[other]);
     }
     return result;

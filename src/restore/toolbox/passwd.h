@@ -1,6 +1,7 @@
 // Passwords: as the dump holds them, as a utility gets them, and new ones.
 #pragma once
 
+#include <cstdlib>
 #include <string>
 
 #include "exec/exec_cmd.h"
@@ -41,8 +42,15 @@ void addPasswdToCmdLine(const passwd& password, CmdLine& cmd);
 // Seven random letters and digits, from rand().
 std::string randomPasswd();
 
+// Where random numbers come from: each call gives one from 0 to RAND_MAX.
+using RandomSource = int (*)();
+
+// The system's own generator (getentropy), whose numbers nobody can guess from others. Raises
+// SystemError.
+int systemRandom();
+
 // A random text of length characters of which every third is a digit, a capital or a small letter
-// before they are shuffled, from rand(). Empty for a length of 0 or less.
-std::string randomStrongPassword(int length);
+// before they are shuffled. Empty for a length of 0 or less.
+std::string randomStrongPassword(int length, RandomSource next = rand);
 
 }  // namespace zelvo

@@ -20,6 +20,17 @@ ERROR_TAG(FailedProtDirUserDeployment,
           "Failed deployment of user %1% of prot.directory %2% (domain %3%)");
 ERROR_TAG(FailedWebuserDeployment, "Failed deployment of webuser %1% (domain %2%)");
 ERROR_TAG(FailedMailuserDeployment, "Failed deployment of mail user %1%@%2%");
+ERROR_TAG(FailedDatabaseDeployment, "Failed deployment of database %1% (domain %2%)");
+ERROR_TAG(FailedDatabaseUserDeployment, "Failed deployment of database user %1% of database %2%");
+ERROR_TAG(SkippedDatabaseDeployment,
+          "Skipped deployment of database %1% (domain %2%): administrator credentials not set");
+ERROR_TAG(PostgresMigrationIsImpossibleToLowerVersion,
+          "Migration of PostgreSQL databases content is impossible to lower version. Domain: %1% , "
+          "Database: %2%");
+ERROR_TAG(IncompatibleDbPasswordVersion,
+          "Cannot add user %1% to database because of new password style and mysql server is too "
+          "old");
+ERROR_TAG(CantReadPkgVersion, "Can not read the version of package %1%: %2%");
 ERROR_TAG(ClientDoesNotExist, "Client %1% does not exist, but is expected to.");
 ERROR_TAG(UnknownParentClassObject, "Cannot find parent with guid '%1%' ['%2%'].");
 ERROR_TAG(CantWriteTempFile, "Can not write temporary file '%1%': %2%.");

@@ -216,11 +216,16 @@ TEST_F(Database, GivesVersionsOfPackages) {
     EXPECT_TRUE(is_package_installed("mail's") && is_package_installed("empty"));
     EXPECT_FALSE(is_package_installed("absent"));
 
+    char reason[100];
     const auto refuses = [&](const char* name, const string& text) {
         const auto ended = testing::ExitedWithCode(1);
         EXPECT_EXIT(get_pkg_version(name, version, sizeof(version)), ended, "^" + text + "\n$");
         EXPECT_EXIT(is_package_installed(name), ended, "^" + text + "\n$");
-        EXPECT_EQ("", printedBy([&] { EXPECT_FALSE(is_package_installed_silent(name)); }));
+        EXPECT_EQ("", printedBy([&] {
+                      EXPECT_FALSE(is_package_installed_silent(name));
+                      EXPECT_FALSE(try_pkg_version(name, reason, sizeof(reason)));
+                  }));
+        EXPECT_THAT(reason, testing::MatchesRegex(text));
     };
     EXPECT_TRUE(is_package_installed_silent("mail's"));
     EXPECT_FALSE(is_package_installed_silent("absent"));
