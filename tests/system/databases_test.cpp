@@ -1,0 +1,236 @@
+// Databases through the real program: the calls and how far a failure reaches, with a real server
+// behind the panel; the version gates; and dumps that come back on real servers.
+
+#include "mariadb.h"
+#include "outcome.h"
+#include "postgresql.h"
+#include "scenario.h"
+#include "temp_dir.h"
+
+#include <gtest/gtest.h>
+#include <filesystem>
+#include <regex>
+
+namespace {
+
+// The panel's own database, on the server where customers have theirs.
+class PanelDatabase {
+  public:
+    PanelDatabase() {
+        server.query(
+            "create database qrd; use qrd; "
+            "create table misc (param varchar(255) primary key, val longtext); "
+            "create table Components (name varchar(255), version varchar(255)); "
+            "create user admin@localhost identified by 'panel-in-a-box'; "
+            "grant all on qrd.* to admin@localhost");
+        install("mysql", "'10.11.3'");
+        install("postgresql-server", "'8.1.9-2'");
+    }
+
+    // version: as in SQL; "no" for a package that is not there.
+    void install(const std::string& package, const std::string& version) {
+        server.query("use qrd; delete from Components where name = '" + package + "'");
+        if (version != "no") {
+            server.query("use qrd; insert into Components values ('" + package + "', " + version +
+                         ")");
+        }
+    }
+
+    TempDir dir = TempDir::inMemory();
+    MariaDbServer server{dir.path("mariadb")};
+};
+
+TEST(Databases, AreRestoredWithTheirUsers) {
+    const PanelDatabase panel;
+    runCases("databases/restored.txt");
+}
+
+TEST(Databases, FailNoFurtherThanTheyMust) {
+    const PanelDatabase panel;
+    runCases("databases/failing.txt");
+}
+
+// Catches: a dump that goes to a server that is too old for it, a gate that is shut for one that is
+// not, and a version that is asked for where it does not count.
+TEST(Databases, GoToServersThatAreNotOlder) {
+    const std::string kFailed = "FailedDatabaseDeployment > ";
+    const std::string kPassword = kFailed + "IncompatibleDbPasswordVersion";
+    const std::string kLower = kFailed + "PostgresMigrationIsImpossibleToLowerVersion";
+    const std::string kUnread = kFailed + "CantReadPkgVersion";
+    const struct {
+        std::string type;
+        std::string installed;
+        std::string ofDump;  // attribute and all
+        std::string code;
+    } rows[] = {
+        {"mysql", "'4.1.0-alpha'", "version='4.1.1'", kPassword},
+        {"mysql", "'4.0.27'", "", kPassword},
+        {"mysql", "'3.23'", "version='5.0'", kPassword},
+        {"mssql", "'3.23'", "version='5.0'", kPassword},
+        {"mysql", "'4.1.1'", "version='10.11'", ""},
+        {"mysql", "''", "version='5.0'", ""},
+        {"mysql", "null", "version='5.0'", kUnread},
+        {"mysql", "no", "version='4.1.1'", kUnread},
+        {"mysql", "no", "version='4.1.0'", ""},
+        {"mysql", "no", "version='3'", ""},
+        {"postgresql", "'8.1.9-2'", "version='8.2'", kLower},
+        {"postgresql", "'8.1.9-2'", "version='8.1.10'", kLower},
+        {"postgresql", "'8.1.9-2'", "version='1:8.1'", kLower},
+        {"postgresql", "'8.1.9-2'", "version='8.1.9'", ""},
+        {"postgresql", "'10.1.0'", "version='9.6'", ""},
+        {"postgresql", "'8.1'", "version='9'", ""},
+        {"postgresql", "'x8.1.9'", "version='9'", ""},
+        {"postgresql", "no", "version='9'", kUnread},
+        {"postgresql", "no", "", ""},
+    };
+    PanelDatabase panel;
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.type + " " + row.installed + " " + row.ofDump);
+        panel.install("mysql", row.type == "postgresql" ? "no" : row.installed);
+        panel.install("postgresql-server", row.type == "postgresql" ? row.installed : "no");
+        Sandbox box;
+        prepare(box, {"",
+                      {{"before", "domain --create a.example\n"},
+                       {"dump",
+                        "<domain name='a.example' deployer-action='auxiliary'><databases>"
+                        "<database name='shop' type='" +
+                            row.type + "' " + row.ofDump + "/></databases></domain>"}}});
+        box.deploy();
+        Lines expected{"success"};
+        if (!row.code.empty()) {
+            expected.push_back("domain a.example/database shop: " + row.code);
+        }
+        EXPECT_EQ(codesOf(box), expected);
+    }
+}
+
+// The two servers, and a panel that makes on them what it is told to.
+class RealServers {
+  public:
+    RealServers() {
+        putPanel();
+        putClient("mysql", "mariadb");
+        putClient("pg_restore", "/usr/bin/pg_restore");
+        box.writeFile("etc/qrd/qrd.conf",
+                      "PRODUCT_ROOT_D /opt/qrd\nMYSQL_BIN_D /opt/qrd/var/sandbox/bin\n"
+                      "PGSQL_BIN_D /opt/qrd/var/sandbox/bin\n");
+        postgresql.query("create role boss superuser login password 'secret-0'");
+    }
+
+    // A dump of a database with two rows.
+    std::string dumpOfWiki() {
+        postgresql.query("create database wiki");
+        postgresql.query("create table t (a text); insert into t values ('één'), ('zwei')", "wiki");
+        postgresql.query("grant select on t to public", "wiki");
+        const std::string dump = postgresql.dump("wiki");
+        postgresql.query("drop database wiki");
+        return dump;
+    }
+
+    // How the clients were called, one a line.
+    std::string clientCalls() const {
+        static const std::regex random("(backup_|migration-unpack-)\\w+");
+        return std::regex_replace(box.readFile("clients"), random, "$1X");
+    }
+
+    PanelDatabase panel;
+    PostgreSqlServer postgresql{openTo(panel.dir).path("postgresql")};
+    std::string port = std::to_string(postgresql.port());
+    Sandbox box;
+
+  private:
+    // The server's user must get through.
+    static const TempDir& openTo(const TempDir& dir) {
+        std::filesystem::permissions(dir.path(""), std::filesystem::perms(0711));
+        return dir;
+    }
+
+    void writeProgram(const std::string& name, const std::string& script) {
+        box.writeFile(name, script);
+        std::filesystem::permissions(box.statePath() + "/" + name, std::filesystem::perms(0755));
+    }
+
+    // In place of the panel's utility: what a panel does on the servers, and the utility itself.
+    void putPanel() {
+        const std::string utility =
+            std::filesystem::path(Sandbox::deployer()).replace_filename("panel-utility");
+        const std::string script = R"(#!/bin/bash
+set -e
+words=("$@") verb=$1 database=$2
+while [ $# -gt 1 ]; do
+  case $1 in -type) type=$2;; -add_user) added=$2;; -remove_user) gone=$2;; esac
+  shift
+done
+mysql() { mariadb --no-defaults -u root -e "$1"; }
+postgresql() { psql -q -h SOCKET -p PORT -U postgres -c "$1"; }
+case $verb,$type,${added:+added},${gone:+gone} in
+  --create,*) $type "create database $database";;
+  --update,mysql,added,)
+    mysql "grant all on $database.* to $added@localhost identified by '$QRD_PASSWORD'";;
+  --update,postgresql,added,) postgresql "create role $added login password '$QRD_PASSWORD'";;
+  --update,,,gone) mysql "drop user $gone@localhost";;
+esac
+exec -a database UTILITY "${words[@]}"
+)";
+        writeProgram(
+            "opt/qrd/admin/vlib/api-cli/database.php",
+            replaceAll(replaceAll(replaceAll(script, "SOCKET", postgresql.socket()), "PORT", port),
+                       "UTILITY", utility));
+    }
+
+    // In place of a client: it notes how it was called, asks for a stop before it loads "last", and
+    // becomes the real one.
+    void putClient(const std::string& name, const std::string& client) {
+        writeProgram("bin/" + name,
+                     "#!/bin/sh\necho \"${0##*/} $*\" >> "
+                     "/opt/qrd/var/sandbox/clients\n"
+                     "case $* in *last) kill -TERM $PPID;; esac\nexec " +
+                         client + " \"$@\"\n");
+    }
+};
+
+std::string outputOf(const ProcessResult& result) { return result.out + result.err; }
+
+// Catches: rows that are not there, users who cannot log in, a temporary user who stays after a
+// load, a failed load or one that was asked to stop, and a password that others could read.
+TEST(Databases, ComeBackOnRealServers) {
+    RealServers real;
+    const std::string port = real.port;
+    const std::string socket = real.postgresql.socket();
+    Sandbox& box = real.box;
+    prepare(box, casesIn(replaceAll(sourceFile("tests/system/databases/servers.txt"), "SERVER",
+                                    socket + ":" + port))
+                     .front());
+    box.writeFile("wiki.dump", real.dumpOfWiki());
+    box.deployIn("tar -cf $S/wiki.tar -C $S/.. wiki.dump; exec \"$0\" \"$@\"");
+    EXPECT_EQ(codesOf(box), Lines({"success",
+                                   "domain a.example/database wrong: FailedDatabaseDeployment > "
+                                   "ExecCmd::Failed"}));
+
+    const std::string rows = "één\nzwei\n";
+    EXPECT_EQ(outputOf(box.runCommand({"env", "MYSQL_PWD=secret-1", "mariadb", "--no-defaults",
+                                       "-u", "ann", "-N", "--default-character-set=utf8", "shop",
+                                       "-e", "select a from t"})),
+              rows);
+    EXPECT_EQ(outputOf(Process({"psql", "-h", "127.0.0.1", "-p", port, "-U", "ann", "-d", "wiki",
+                                "-Atc", "select a from t"},
+                               {"PATH=/usr/bin:/bin", "PGPASSWORD=secret-2"})
+                           .wait()),
+              rows);
+    EXPECT_EQ(real.panel.server.query("select count(*) from last.t"), "2\n");
+    EXPECT_EQ(real.panel.server.query("show databases like 'never'"), "");
+    EXPECT_EQ(real.panel.server.query("select user from mysql.user where user like 'backup%'"), "");
+
+    // This client takes --no-defaults in front of all else only, and is called again.
+    const auto mysql = [](const std::string& database) {
+        return "mysql -u backup_X -h localhost --no-defaults " + database +
+               "\nmysql --no-defaults -u backup_X -h localhost " + database + "\n";
+    };
+    EXPECT_EQ(real.clientCalls(),
+              mysql("shop") + mysql("wrong") +
+                  "pg_restore -d wiki --use-set-session-authorization -h " + socket + " -p " +
+                  port + " /opt/qrd/RMK/tmp/migration-unpack-X/wiki.dump\n" + mysql("last"));
+    expectNoPasswordInArguments(box);
+}
+
+}  // namespace
