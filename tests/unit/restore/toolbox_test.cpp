@@ -107,4 +107,13 @@ TEST(StrongPassword, HoldsEveryKindOfCharacter) {
     EXPECT_EQ(count(islower), 5);
 }
 
+// Catches: a secret that follows from the time at which the run began.
+TEST(StrongPassword, OfTheSystemsGeneratorIsNotToBeGuessed) {
+    const auto password = [] {
+        srand(1);
+        return randomStrongPassword(16, systemRandom);
+    };
+    EXPECT_NE(password(), password());
+}
+
 }  // namespace
