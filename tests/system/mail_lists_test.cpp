@@ -1,10 +1,12 @@
-// Mail lists through the real program: the lists, their members and their archives.
+// Mail lists and spam filters through the real program.
 
 #include "scenario.h"
 
 #include <string>
 
 namespace {
+
+TEST(SpamFilters, GetTheirSettingsAndLists) { runCases("mail/filters.txt"); }
 
 TEST(MailLists, AreMadeWithMembersAndArchives) { runCases("mail/lists.txt"); }
 
