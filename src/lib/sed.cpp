@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstring>
 #include <string>
+#include <tuple>
 
 #include "lib/fork_exec.h"
 #include "lib/liblog.h"
@@ -91,6 +92,9 @@ int rewrite(char* const argv[], const char* file) {
     }
     if (S_ISREG(old.st_mode)) {
         restoreAttributes(target.get(), old, file);
+    } else {
+        // The new file is no secret of the link's author, and has no mode to take over.
+        std::ignore = fchmod(target.get(), 0644);
     }
     return 0;
 }

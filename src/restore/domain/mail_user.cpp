@@ -12,6 +12,7 @@
 #include "restore/domain/address_book.h"
 #include "restore/domain/autoresponder.h"
 #include "restore/objects/custom_button.h"
+#include "restore/objects/spam_filter.h"
 #include "restore/toolbox/deploy_action.h"
 #include "restore/toolbox/list_operator.h"
 #include "restore/toolbox/option_name.h"
@@ -144,7 +145,8 @@ void tMailuserDeployer::deployBelongings(const XmlNode& node, const MailName& us
         deployEach(book, "addressbook-contact", AddressbookContactDeployer(user.full()));
         deployEach(book, "addressbook-group", AddressbookGroupDeployer(user.full()));
     }
-    reportUnsupported(node, "preferences/spamassassin", "spamassassin");
+    deployEach(node, "preferences/spamassassin",
+               SpamassassinDeployer(user.domain, user.name, *content_));
     setVirusFilter(node, user);
     deployEach(node, "preferences/custom-button", CustomButtonDeployer(user.full()));
 }
