@@ -1,6 +1,7 @@
 #include "restore/toolbox/list_operator.h"
 
 #include <algorithm>
+#include <boost/format.hpp>
 #include <utility>
 
 #include "report/debug_log.h"
@@ -66,7 +67,7 @@ std::vector<std::string> rewrite(const std::string& entry) {
     if (std::none_of(text.begin(), text.end(), isWildcard)) {
         return {text + "@*"};
     }
-    const std::vector<std::string> patterns = splitAtWildcards(text);
+    std::vector<std::string> patterns = splitAtWildcards(text);
     if (!patterns.empty()) {
         return patterns;
     }
@@ -79,7 +80,7 @@ std::vector<std::string> toAddressPatterns(const std::string& entry) {
     std::vector<std::string> patterns = rewrite(entry);
     for (const std::string& pattern : patterns) {
         if (pattern != entry) {
-            theDebugLog->log("Convert template '" + entry + "' to '" + pattern + "'");
+            theDebugLog->log(boost::format("Convert template '%1%' to '%2%'") % entry % pattern);
         }
     }
     return patterns;
