@@ -6,9 +6,12 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <filesystem>
 #include <sstream>
 #include <tuple>
 #include <utility>
+
+#include "content/content_errors.h"
 
 namespace zelvo {
 
@@ -65,6 +68,22 @@ void chmodBeneath(const std::string& directory, const std::string& path, mode_t 
     // fchmod refuses a descriptor that is a reference only; this is the same file, and not what it
     // names if it is a link.
     std::ignore = chmod(("/proc/self/fd/" + std::to_string(file.get())).c_str(), mode);
+}
+
+void refuseLinks(const std::string& path) {
+    namespace fs = std::filesystem;
+    const auto check = [](const fs::path& name, const fs::file_status& status) {
+        if (status.type() != fs::file_type::not_found && status.type() != fs::file_type::regular &&
+            status.type() != fs::file_type::directory) {
+            throw EXC(UnExpectedResult) % (name.string() + " is neither a file nor a directory");
+        }
+    };
+    std::error_code error;
+    check(path, fs::symlink_status(path, error));
+    for (fs::recursive_directory_iterator entry(path, error), end; !error && entry != end;
+         entry.increment(error)) {
+        check(entry->path(), entry->symlink_status(error));
+    }
 }
 
 bool hasParentStep(const std::string& path) {

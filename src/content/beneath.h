@@ -28,6 +28,11 @@ mode_t typeBeneath(const std::string& directory, const std::string& path);
 void lchownBeneath(const std::string& directory, const std::string& path, uid_t owner, gid_t group);
 void chmodBeneath(const std::string& directory, const std::string& path, mode_t mode);
 
+// Raises UnExpectedResult when a path, or anything below it, is neither a regular file nor a
+// directory (POSIX): a program that is let loose on it would follow a link to the files of others.
+// What is not there is fine.
+void refuseLinks(const std::string& path);
+
 // True when one of the path's components is "..".
 bool hasParentStep(const std::string& path);
 

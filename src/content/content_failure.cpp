@@ -26,6 +26,13 @@ bool contentGuarded(ExTaggedIncludable& outer, const std::function<void()>& work
     }
 }
 
+const std::vector<std::string>& requireUnpacked(const std::vector<std::string>& paths) {
+    if (paths.empty()) {
+        throw EXC(UnExpectedResult) % "the archive could not be unpacked in full";
+    }
+    return paths;
+}
+
 void refuseNamelessMembers(const std::function<void()>& work) {
     try {
         work();

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <functional>
+#include <string>
+#include <vector>
 
 #include "commons/exception.h"
 
@@ -16,6 +18,10 @@ void tellContentFailure(ExTaggedIncludable& outer, const ExTraceable& cause);
 // whether the work went through. What is no failure of the content, such as a request to stop,
 // passes.
 bool contentGuarded(ExTaggedIncludable& outer, const std::function<void()>& work);
+
+// Returns what was unpacked, if it was. Raises UnExpectedResult for nothing, which an unpacker
+// gives for an archive that it could not unpack in full: why, the debug log tells.
+const std::vector<std::string>& requireUnpacked(const std::vector<std::string>& paths);
 
 // Runs work that unpacks. Raises what it raises, and UnExpectedResult for the std::out_of_range
 // that is raised for an archive with a nameless member: such an archive is no reason to end a run.

@@ -14,16 +14,16 @@ namespace zelvo {
 
 namespace {
 
-// The panel makes its customers' accounts members of their group, with homes in their sites.
+bool isPanelsOwn(const std::string& name) {
+    return name == accounts::kPanel || name == accounts::kMail || name == accounts::kMailList;
+}
+
+// The panel makes its customers' accounts in their group, with homes in their sites.
 bool isCustomers(const ::passwd& account) {
     const group* const customers = getgrnam(accounts::kCustomers);
-    bool isMember = customers != nullptr && customers->gr_gid == account.pw_gid;
-    for (char** member = customers != nullptr ? customers->gr_mem : nullptr;
-         member != nullptr && *member != nullptr; ++member) {
-        isMember = isMember || std::string(*member) == account.pw_name;
-    }
+    const bool isInGroup = customers != nullptr && customers->gr_gid == account.pw_gid;
     const bool livesInSite = std::string(account.pw_dir).starts_with(files::getVhostsDir() + "/");
-    return account.pw_uid != 0 && (isMember || livesInSite);
+    return account.pw_uid != 0 && !isPanelsOwn(account.pw_name) && (isInGroup || livesInSite);
 }
 
 }  // namespace

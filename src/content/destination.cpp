@@ -55,16 +55,26 @@ struct Yard {
     int panelDepth;
 };
 
+// The path without doubled slashes, "." and a slash at its end.
+std::string normalForm(const std::string& path) {
+    std::string normal = boost::filesystem::path(path).lexically_normal().string();
+    while (normal.size() > 1 && (normal.ends_with('/') || normal.ends_with("/."))) {
+        normal.pop_back();
+    }
+    return normal;
+}
+
 // The part of a path whose links are judged by their owners. Behind it archives put what they wish,
-// with any owner, so that a link there tells nothing about who made it.
+// with any owner, so that a link there tells nothing about who made it. path: in its normal form.
 std::string trustedPart(const std::string& path) {
     const Yard yards[] = {{files::getTmpDir(), 0},
                           {files::getVhostsDir(), 1},
                           {files::getMailDir(), 1},
                           {files::getMailmanVarDir() + "/archives/private", 0}};
     for (const Yard& yard : yards) {
-        if (path.starts_with(yard.directory + "/")) {
-            std::size_t end = yard.directory.size();
+        const std::string directory = normalForm(yard.directory);
+        if (path.starts_with(directory + "/")) {
+            std::size_t end = directory.size();
             for (int depth = 0; depth < yard.panelDepth && end != std::string::npos; ++depth) {
                 end = path.find('/', end + 1);
             }
@@ -103,6 +113,9 @@ void makeOne(const std::string& path, uid_t owner, gid_t group, mode_t mode) {
     }
     const Descriptor made(
         openat(above.get(), name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    if (!made.isOpen()) {
+        throw EXC(CantCreateDirectory) % path % strerror(errno);
+    }
     if (mode != 0) {
         std::ignore = fchmod(made.get(), mode);
     }
@@ -143,7 +156,8 @@ void create_destdir(const std::string& path, uid_t owner, gid_t group, mode_t mo
 }
 
 Descriptor openDestination(const std::string& path) {
-    Descriptor directory = openDirectoryBeneath(trustedPart(path), path);
+    const std::string normal = normalForm(path);
+    Descriptor directory = openDirectoryBeneath(trustedPart(normal), normal);
     if (!directory.isOpen()) {
         throw EXC(CantStatFile) % path % strerror(errno);
     }

@@ -11,6 +11,7 @@
 #include "content/accounts.h"
 #include "content/beneath.h"
 #include "content/content_errors.h"
+#include "content/content_failure.h"
 #include "content/content_unpacker.h"
 #include "content/destination.h"
 #include "content/unpack_directory.h"
@@ -37,13 +38,14 @@ void convertSpamData(const std::string& directory, bool& convert) {
     if (!convert) {
         return;
     }
+    refuseLinks(directory);
     tLogExecCmd converter = asMailUser(files::getSAConvertFileName());
     converter << directory;
     convert = converter.exec(std::nothrow) != 1;
 }
 
-// The first path. Through a link the converter, and what cleans up behind it, would reach a file of
-// this server.
+// The first path. Through a link what cleans up behind the converter would reach a file of this
+// server.
 std::string mailboxAmong(const Paths& paths, const std::string& directory) {
     const mode_t type = paths.empty() ? 0 : typeBeneath(directory, paths.front());
     if (type != S_IFREG && type != S_IFDIR) {
@@ -52,7 +54,10 @@ std::string mailboxAmong(const Paths& paths, const std::string& directory) {
     return paths.front();
 }
 
+// The converter may read and write the mail of every domain.
 void convertMailbox(tLogExecCmd converter, const std::string& source, const std::string& maildir) {
+    refuseLinks(source);
+    refuseLinks(maildir);
     converter << "-s" << source << "-R"
               << "-d" << maildir;
     converter.exec();
@@ -116,7 +121,7 @@ Paths ContentUnpacker::extractSpamAssassinContent(const Cid& cid, const std::str
 
 bool ContentUnpacker::mdir2mdir(const Cid& cid, const std::string& domain,
                                 const std::string& mailName, const std::string& offset) {
-    untar(cid, getMaildir(domain, mailName), offset, kMail, kMail, 0);
+    requireUnpacked(untar(cid, getMaildir(domain, mailName), offset, kMail, kMail, 0));
     return true;
 }
 
@@ -126,7 +131,7 @@ bool ContentUnpacker::mbox2mdir(const Cid& cid, const std::string& domain,
     tLogExecCmd converter = asMailUser(files::getMb2mdFileName());
     const gid_t group = groupId(kMail);
     UnpackDirectory temporary;
-    const Paths paths = untar(cid, temporary.path(), offset, kMail, kMail, 0);
+    const Paths paths = requireUnpacked(untar(cid, temporary.path(), offset, kMail, kMail, 0));
     std::ignore = chown(temporary.path().c_str(), converter.uid, group);
     std::string source = temporary.path();
     if (single_file) {

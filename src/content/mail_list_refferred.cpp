@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "content/content_errors.h"
+#include "content/content_failure.h"
 #include "content/destination.h"
 
 namespace zelvo {
@@ -29,7 +30,7 @@ void DomainMailListRefferred::addMailList(const XmlNode& node, const std::string
 
 void DomainMailListRefferred::extractWhole(ContentUnpacker& unpacker, const WholeContentCid& whole,
                                            const ContentUnpacker::Paths& includes) {
-    unpacker.extractDomainMailList(whole, domainName_, includes);
+    requireUnpacked(unpacker.extractDomainMailList(whole, domainName_, includes));
     isWholeUnpacked_ = true;
 }
 
@@ -37,7 +38,7 @@ void DomainMailListRefferred::extractPart(ContentUnpacker& unpacker, const Reffe
     const Mailbox_Refferred& list = listOf(cid);
     const std::string& name = requireMailPart(list.mailName, "a mail list");
     requireUnpackedBelow(getListArchivesDir(), getListMboxDir(name), list.offset);
-    unpacker.extractMailManContent(list, domainName_, name, list.offset);
+    requireUnpacked(unpacker.extractMailManContent(list, domainName_, name, list.offset));
     list.updateMailList(domainName_);
 }
 

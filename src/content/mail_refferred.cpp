@@ -39,12 +39,12 @@ std::string announcement(const Mailbox_Refferred& part) {
 }
 
 // The path of one attachment below a part's place in a directory. The panel reads it as root and
-// mails it out, and takes a list of paths with commas.
+// mails it out, and takes a list of paths with commas, behind which a semicolon begins another.
 std::string pathOfAttachment(const UnpackDirectory& directory, const std::string& place,
                              const std::string& file) {
     requireDescent(file, "an attachment");
-    if (file.find(',') != std::string::npos) {
-        throw EXC(UnsafeName) % file % "an attachment" % "it has a comma";
+    if (file.find_first_of(",;") != std::string::npos) {
+        throw EXC(UnsafeName) % file % "an attachment" % "it would be taken for a list";
     }
     std::string path = place + "/" + file;
     if (typeBeneath(directory.path(), path) != S_IFREG) {
@@ -115,7 +115,8 @@ bool DomainMailRefferred::attach(const std::string& mailName, const std::string&
 
 void DomainMailRefferred::extractWhole(ContentUnpacker& unpacker, const WholeContentCid& whole,
                                        const ContentUnpacker::Paths& includes) {
-    unpacker.extractDomainMail(whole, requireMailPart(domainName_, "a domain"), includes);
+    requireUnpacked(
+        unpacker.extractDomainMail(whole, requireMailPart(domainName_, "a domain"), includes));
 }
 
 void DomainMailRefferred::extractPart(ContentUnpacker& unpacker, const RefferredCid& cid) {
@@ -183,8 +184,8 @@ void DomainMailRefferred::extractAttachments(ContentUnpacker& unpacker,
     directory.openToPanel();
     const std::string destination = directory.path() + "/" + part.mailName;
     requireUnpackedBelow(directory.path(), destination, part.offset);
-    unpacker.extractAutoResponder(part, directory.path().substr(files::getTmpDir().size() + 1),
-                                  part.mailName, part.offset);
+    requireUnpacked(unpacker.extractAutoResponder(
+        part, directory.path().substr(files::getTmpDir().size() + 1), part.mailName, part.offset));
     restoreResponderAttaches(part, directory, placeOfPart(destination, part.offset));
 }
 
@@ -216,8 +217,8 @@ void DomainMailRefferred::extractAttachmentsOfWhole(ContentUnpacker& unpacker,
     // It stays also when this fails, so that nobody tries again.
     attachmentsOfWhole_ = std::make_unique<UnpackDirectory>(files::getTmpDir());
     attachmentsOfWhole_->openToPanel();
-    unpacker.untar(part, attachmentsOfWhole_->path(), members, accounts::kPanel, accounts::kPanel,
-                   0);
+    requireUnpacked(unpacker.untar(part, attachmentsOfWhole_->path(), members, accounts::kPanel,
+                                   accounts::kPanel, 0));
 }
 
 bool DomainMailRefferred::hasAttachments(const std::string& mailName) const {
@@ -232,7 +233,8 @@ void DomainMailRefferred::extractSpamData(ContentUnpacker& unpacker,
     static bool convert = true;
     requireUnpackedBelow(getDomainMailDir(domainName_), getSpamDir(domainName_, part.mailName),
                          part.offset);
-    unpacker.extractSpamAssassinContent(part, domainName_, part.mailName, convert, part.offset);
+    requireUnpacked(unpacker.extractSpamAssassinContent(part, domainName_, part.mailName, convert,
+                                                        part.offset));
 }
 
 void DomainMailRefferred::restoreResponderAttaches(const Mailbox_Refferred& part,

@@ -1,8 +1,13 @@
 #include "content/mailbox_refferred.h"
 
+#include <sys/stat.h>
+
 #include <utility>
 
 #include "commons/files.h"
+#include "content/beneath.h"
+#include "content/content_errors.h"
+#include "content/destination.h"
 #include "content/unsafe_name.h"
 #include "exec/log_exec_cmd.h"
 
@@ -33,8 +38,15 @@ Mailbox_Refferred::Mailbox_Refferred(const XmlNode& node, Kind contentKind, std:
     : RefferredCid(node, typeOf(contentKind)), kind(contentKind), mailName(std::move(name)) {}
 
 void Mailbox_Refferred::updateMailList(const std::string& /*domain*/) const {
+    const std::string& name = requireMailPart(mailName, "a mail list");
+    // It reads the one and writes the other with root's rights.
+    refuseLinks(getListMboxDir(name));
+    const std::string pages = getListArchivesDir() + name;
+    if (typeBeneath(getListArchivesDir(), pages) == S_IFLNK) {
+        throw EXC(UnExpectedResult) % (pages + " is a link");
+    }
     tLogExecCmd arch(files::getMailmanArchFileName());
-    arch << requireMailPart(mailName, "a mail list");
+    arch << name;
     arch.exec();
 }
 

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "commons/files.h"
+#include "content/content_failure.h"
 #include "content/content_owner.h"
 #include "content/destination.h"
 #include "content/unsafe_name.h"
@@ -81,6 +82,7 @@ void DomainVHostRefferred::extractWhole(ContentUnpacker& unpacker, const WholeCo
     ContentUnpacker::Paths result;
     unpacker.extractDomainVhost(whole, getVhostDir(domainName_), includes,
                                 contentOwner(systemUser_), result);
+    requireUnpacked(result);
 }
 
 void DomainVHostRefferred::extractPart(ContentUnpacker& unpacker, const RefferredCid& cid) {

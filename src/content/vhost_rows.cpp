@@ -1,6 +1,7 @@
 #include "content/vhost_rows.h"
 
 #include "content/content_errors.h"
+#include "content/content_failure.h"
 #include "content/content_owner.h"
 #include "content/unsafe_name.h"
 #include "content/vhost_refferred.h"
@@ -35,19 +36,19 @@ std::string subPathInRoot(const Vhost_Refferred& part) {
 
 template <auto operation>
 void site(const VhostTask& task) {
-    (task.unpacker.*operation)(task.part, task.domain, task.destination,
-                               contentOwner(task.part.owner), task.part.offset);
+    requireUnpacked((task.unpacker.*operation)(task.part, task.domain, task.destination,
+                                               contentOwner(task.part.owner), task.part.offset));
 }
 
 template <auto operation>
 void owned(const VhostTask& task) {
-    (task.unpacker.*operation)(task.part, task.destination, contentOwner(task.part.owner),
-                               task.part.offset);
+    requireUnpacked((task.unpacker.*operation)(task.part, task.destination,
+                                               contentOwner(task.part.owner), task.part.offset));
 }
 
 template <auto operation>
 void fixed(const VhostTask& task) {
-    (task.unpacker.*operation)(task.part, task.destination, task.part.offset);
+    requireUnpacked((task.unpacker.*operation)(task.part, task.destination, task.part.offset));
 }
 
 // ---- The failures: of a domain, and of what stands in it.

@@ -3,19 +3,22 @@
 #include <fcntl.h>
 #include <sched.h>
 #include <sys/mount.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <utility>
 
 namespace zelvo {
 
-WriteFence::WriteFence(int directory, std::string path)
-    : tree_(open_tree(directory, "",
-                      AT_EMPTY_PATH | AT_RECURSIVE | OPEN_TREE_CLONE | OPEN_TREE_CLOEXEC)),
-      error_(tree_.isOpen() ? 0 : errno),
-      path_(std::move(path)) {}
+namespace {
 
-int WriteFence::close() const noexcept {
+int cloneTree(int directory) {
+    return open_tree(directory, "",
+                     AT_EMPTY_PATH | AT_RECURSIVE | OPEN_TREE_CLONE | OPEN_TREE_CLOEXEC);
+}
+
+int closeAround(int tree, const char* path) noexcept {
     mount_attr readOnly{};
     readOnly.attr_set = MOUNT_ATTR_RDONLY;
     // Private first, or what is mounted here would be so on the machine.
@@ -23,8 +26,39 @@ int WriteFence::close() const noexcept {
         unshare(CLONE_NEWNS) == 0 &&
         mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
         mount_setattr(AT_FDCWD, "/", AT_RECURSIVE, &readOnly, sizeof(readOnly)) == 0 &&
-        move_mount(tree_.get(), "", AT_FDCWD, path_.c_str(), MOVE_MOUNT_F_EMPTY_PATH) == 0;
+        move_mount(tree, "", AT_FDCWD, path, MOVE_MOUNT_F_EMPTY_PATH | MOVE_MOUNT_T_SYMLINKS) == 0;
     return isClosed ? 0 : errno;
 }
+
+// Why this machine grants no fence, 0 if it does. That a tree can be cloned tells nothing of the
+// steps behind it, and a child that fails in one of them has done nothing.
+int refusal(int directory, const char* path) {
+    const Descriptor tree(cloneTree(directory));
+    if (!tree.isOpen()) {
+        return errno;
+    }
+    const pid_t pid = fork();
+    if (pid == 0) {
+        _exit(closeAround(tree.get(), path));
+    }
+    int status = 0;
+    if (pid < 0 || waitpid(pid, &status, 0) != pid) {
+        return errno;
+    }
+    return WIFEXITED(status) ? WEXITSTATUS(status) : EINTR;
+}
+
+}  // namespace
+
+WriteFence::WriteFence(int directory, std::string path) : path_(std::move(path)) {
+    static const int refused = refusal(directory, path_.c_str());
+    error_ = refused;
+    if (error_ == 0) {
+        tree_ = Descriptor(cloneTree(directory));
+        error_ = tree_.isOpen() ? 0 : errno;
+    }
+}
+
+int WriteFence::close() const noexcept { return closeAround(tree_.get(), path_.c_str()); }
 
 }  // namespace zelvo

@@ -12,9 +12,10 @@ namespace zelvo {
 // it a change of owner or mode or a hard link, fails with EROFS or EXDEV. Serves one child.
 class WriteFence {
   public:
-    // directory: an open descriptor of the directory; stays the caller's. path: where the child
-    // looks for it; whatever stands there by then, it finds this directory. Where the system grants
-    // no such view (a kernel before 5.2, a container without rights to mount), the fence is none.
+    // directory: an open descriptor of the directory; stays the caller's. What is mounted below it
+    // can be written to as well. path: absolute, where the child looks for it; also behind a link
+    // it finds this directory. Where the system grants no such view (a kernel before 5.12, a
+    // container without rights to mount), the fence is none; a child tries that once in a process.
     WriteFence(int directory, std::string path);
 
     bool isReady() const { return tree_.isOpen(); }

@@ -19,10 +19,11 @@ CliExec createEntry(const XmlNode& node, const std::string& owner, const std::st
     return cmd;
 }
 
-// The dump decides what is said of a contact, and not whose it is.
+// The dump decides what is said of a contact, and neither whose it is nor what is done.
 void appendAttribute(CmdLine& cmd, const XmlNode& attribute) {
-    const std::string option = "-" + requireOptionName(attribute.str("name()"), "an attribute",
-                                                       {"owner-email", "type", "members"});
+    const std::string option =
+        "-" + requireOptionName(attribute.str("name()"), "an attribute",
+                                {"c", "d", "u", "owner-email", "type", "members"});
     cmd << option << base64_decode(attribute.str("."));
 }
 

@@ -29,7 +29,7 @@ void tCatchAllDeployer::act(XmlNode node) const {
 
 void tDomainDeployer::deployMailSystem(const XmlNode& mailsystem) const {
     deployMailUsers(mailsystem, "mailusers/mailuser", domain_.name);
-    if (!DeployActionSummaryUpdate(action())) {
+    if (!writesSettings()) {
         return;
     }
     if (!templateInForce()) {

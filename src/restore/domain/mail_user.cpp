@@ -140,11 +140,10 @@ bool tMailuserDeployer::getRedirectOpts(const XmlNode& node, CmdLine& cmd) {
 void tMailuserDeployer::deployBelongings(const XmlNode& node, const MailName& user) const {
     gatherMailbox(node, user);
     deployEach(node, "preferences/autoresponders", AutorespondersDeployer(user, *content_));
-    if (node.test("preferences/addressbook")) {
-        const XmlNode book = node.getNode("preferences/addressbook");
-        deployEach(book, "addressbook-contact", AddressbookContactDeployer(user.full()));
-        deployEach(book, "addressbook-group", AddressbookGroupDeployer(user.full()));
-    }
+    deployEach(node, "preferences/addressbook/addressbook-contact",
+               AddressbookContactDeployer(user.full()));
+    deployEach(node, "preferences/addressbook/addressbook-group",
+               AddressbookGroupDeployer(user.full()));
     deployEach(node, "preferences/spamassassin",
                SpamassassinDeployer(user.domain, user.name, *content_));
     setVirusFilter(node, user);

@@ -207,8 +207,8 @@ void PhysicalHostingDeployer::unpackWhole(const XmlNode& node, const DomainInfo&
     }
     auto failure = EXC(CantUnpackDomainDocroot) % site.name;
     contentGuarded(failure, [&] {
-        extractor->extractDomainWhole(getCid(node, "whole"), site.vhostDir,
-                                      contentOwner(site.systemUser));
+        requireUnpacked(extractor->extractDomainWhole(getCid(node, "whole"), site.vhostDir,
+                                                      contentOwner(site.systemUser)));
     });
 }
 

@@ -57,7 +57,10 @@ std::vector<std::string> rewrite(const std::string& entry) {
     if (entry.empty()) {
         return {};
     }
-    if (entry.find('@') != std::string::npos) {
+    // Each wildcard makes a pattern as long as the entry, so an entry that is longer than any mail
+    // address could fill the memory.
+    constexpr std::size_t kLongestAddress = 320;
+    if (entry.find('@') != std::string::npos || entry.size() > kLongestAddress) {
         return {entry};
     }
     const std::string text = shrinkStars(entry);

@@ -78,7 +78,7 @@ class FakeUnpacker : public zelvo::ContentUnpacker {
                   const std::string& /*database*/) override {}
 
     // What an archive holds, and what unpacking it does.
-    Paths names;
+    Paths names = {"member"};
     std::function<void(const std::string& destination)> work = [](const std::string&) {};
     // What was asked for, and the destination's attributes then.
     std::string destination;
