@@ -22,10 +22,15 @@ struct Outer {
     std::string type;
     std::string code;
 };
-const Outer kOuters[] = {
-    {"client ", "FailedClientDeployment"},    {"reseller ", "FailedClientDeployment"},
-    {"domain ", "FailedDomainDeployment"},    {"subdomain ", "FailedSubdomainDeployment"},
-    {"web user ", "FailedWebuserDeployment"}, {"protected directory ", "FailedProtDirDeployment"}};
+const Outer kOuters[] = {{"client ", "FailedClientDeployment"},
+                         {"reseller ", "FailedClientDeployment"},
+                         {"domain ", "FailedDomainDeployment"},
+                         {"subdomain ", "FailedSubdomainDeployment"},
+                         {"mailname ", "FailedMailuserDeployment"},
+                         {"database user ", "FailedDatabaseUserDeployment"},
+                         {"database ", "FailedDatabaseDeployment"},
+                         {"web user ", "FailedWebuserDeployment"},
+                         {"protected directory ", "FailedProtDirDeployment"}};
 
 const std::string kSaid = "ExecCmd::Failed";
 
@@ -175,7 +180,8 @@ class Failure {
             for (const Row& each : rows_) {
                 if (!each.isCall() || each.object != row.object) continue;
                 const std::smatch head = headOf(each.call);
-                const bool isOfObject = row.ownName().ends_with(" " + head.str(3));
+                const bool isOfObject = row.ownName().ends_with(" " + head.str(3)) &&
+                                        head.str(2).ends_with(" --update");
                 if (isOfObject && head[4] == option) text += each.call + "\n";
             }
         }
@@ -244,7 +250,9 @@ TEST(Example, MakesTheCallsOfItsGuards) {
     EXPECT_EQ(codesOf(box), codes);
     EXPECT_TRUE(statusOf(box).starts_with(rules.status)) << statusOf(box);
     // Catches: content in a wrong place, or with another owner, group or mode than is due to it.
-    EXPECT_EQ(treeOf(box, "/opt/qrd/var/vhosts"), example("sites-after.txt"));
+    EXPECT_EQ(treeOf(box, "/opt/qrd/var/vhosts") + "\n" +
+                  treeOf(box, "/opt/qrd/var/mailnames/knigi.example"),
+              example("sites-after.txt"));
 }
 
 // The rows whose failures are tried, with the numbers of their calls.
