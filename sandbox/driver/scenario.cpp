@@ -56,6 +56,24 @@ std::string wholeCalls(const std::string& text) {
         update, "domain --update $1" + end);
 }
 
+// The dump with its archives as elements. An offset makes the archive another object's too.
+std::string wholeDump(const std::string& text) {
+    static const std::regex brief(
+        "\\$(content|cid)\\(([a-z_-]+) (?:([^ )]*)/)?([^ /)]+)(?: ([^)]+))?\\)");
+    std::string dump;
+    auto rest = text.cbegin();
+    std::smatch found;
+    for (; std::regex_search(rest, text.cend(), found, brief); rest = found.suffix().first) {
+        const bool isAlone = found[1] == "content";
+        dump += found.prefix().str() + (isAlone ? "<content>" : "") + "<cid type=\"" +
+                found.str(2) + (found[3].matched ? "\" path=\"" + found.str(3) : "") +
+                (found[5].matched ? "\" referrer=\"true\" offset=\"" + found.str(5) : "") +
+                "\"><content-file>" + found.str(4) + "</content-file></cid>" +
+                (isAlone ? "</content>" : "");
+    }
+    return dump + std::string(rest, text.cend());
+}
+
 void expectTrees(Sandbox& box, const Case& one) {
     for (const auto& [title, text] : one.parts) {
         if (title.starts_with("tree ")) {
@@ -142,7 +160,7 @@ void prepare(Sandbox& box, const Case& one) {
         if (title.starts_with("archive "))
             makeArchive(box.sessionDir() + "/" + title.substr(8), text);
     }
-    box.writeDump("<migration-dump>" + one.part("dump") + "</migration-dump>");
+    box.writeDump("<migration-dump>" + wholeDump(one.part("dump")) + "</migration-dump>");
 }
 
 void expectNoPasswordInArguments(const Sandbox& box) {

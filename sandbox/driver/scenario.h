@@ -17,7 +17,9 @@
 //   options: --notify
 //   archive: NAME    an archive in the session, see file_tree.h for its lines; the first may stand
 //                behind the name
-//   dump:        what stands below the root
+//   dump:        what stands below the root. "$cid(TYPE PATH/FILE OFFSET)" is the element of an
+//                archive; path and offset, a part that is referred to, may be missing.
+//                "$content(...)" is one in a content element of its own
 //   calls:       the journal without the environment that every utility of the panel gets; a call
 //                that lacks it is "bare", or "$suspend DOMAIN" or "$resume DOMAIN" for the suspend
 //                handler. "$create DOMAIN" is the two calls that make a domain of the
@@ -30,8 +32,9 @@
 //   status: 1 of 1 accounts, 0 of 0 domains, bob account
 //   log:         lines of the debug log, in their order; others may stand between them
 //
-// Only the name and the dump are a must; status and trees are compared where a case has them.
-// Random words are plain everywhere, see plain_words.h.
+// The first line of a part may stand behind its title. Only the name and the dump are a must;
+// status and trees are compared where a case has them. Random words are plain everywhere, see
+// plain_words.h.
 #pragma once
 
 #include "sandbox.h"

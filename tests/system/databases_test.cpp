@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 #include <filesystem>
 #include <regex>
+#include <sstream>
 
 namespace {
 
@@ -53,54 +54,43 @@ TEST(Databases, FailNoFurtherThanTheyMust) {
 // Catches: a dump that goes to a server that is too old for it, a gate that is shut for one that is
 // not, and a version that is asked for where it does not count.
 TEST(Databases, GoToServersThatAreNotOlder) {
-    const std::string kFailed = "FailedDatabaseDeployment > ";
-    const std::string kPassword = kFailed + "IncompatibleDbPasswordVersion";
-    const std::string kLower = kFailed + "PostgresMigrationIsImpossibleToLowerVersion";
-    const std::string kUnread = kFailed + "CantReadPkgVersion";
-    const struct {
-        std::string type;
-        std::string installed;
-        std::string ofDump;  // attribute and all
-        std::string code;
-    } rows[] = {
-        {"mysql", "'4.1.0-alpha'", "version='4.1.1'", kPassword},
-        {"mysql", "'4.0.27'", "", kPassword},
-        {"mysql", "'3.23'", "version='5.0'", kPassword},
-        {"mssql", "'3.23'", "version='5.0'", kPassword},
-        {"mysql", "'4.1.1'", "version='10.11'", ""},
-        {"mysql", "''", "version='5.0'", ""},
-        {"mysql", "null", "version='5.0'", kUnread},
-        {"mysql", "no", "version='4.1.1'", kUnread},
-        {"mysql", "no", "version='4.1.0'", ""},
-        {"mysql", "no", "version='3'", ""},
-        {"postgresql", "'8.1.9-2'", "version='8.2'", kLower},
-        {"postgresql", "'8.1.9-2'", "version='8.1.10'", kLower},
-        {"postgresql", "'8.1.9-2'", "version='1:8.1'", kLower},
-        {"postgresql", "'8.1.9-2'", "version='8.1.9'", ""},
-        {"postgresql", "'10.1.0'", "version='9.6'", ""},
-        {"postgresql", "'8.1'", "version='9'", ""},
-        {"postgresql", "'x8.1.9'", "version='9'", ""},
-        {"postgresql", "no", "version='9'", kUnread},
-        {"postgresql", "no", "", ""},
-    };
+    // Under what ends them: the server's type and version as it is kept, the dump's or "-".
+    const std::pair<std::string, std::vector<const char*>> kRows[] = {
+        {"IncompatibleDbPasswordVersion",
+         {"mysql '4.1.0-alpha' 4.1.1", "mysql '4.0.27' -", "mysql '3.23' 5.0", "mssql '3.23' 5.0"}},
+        {"",
+         {"mysql '4.1.1' 10.11", "mysql '' 5.0", "mysql no 4.1.0", "mysql no 3",
+          "postgresql '8.1.9-2' 8.1.9", "postgresql '10.1.0' 9.6", "postgresql '8.1' 9",
+          "postgresql 'x8.1.9' 9", "postgresql no -"}},
+        {"CantReadPkgVersion", {"mysql null 5.0", "mysql no 4.1.1", "postgresql no 9"}},
+        {"PostgresMigrationIsImpossibleToLowerVersion",
+         {"postgresql '8.1.9-2' 8.2", "postgresql '8.1.9-2' 8.1.10",
+          "postgresql '8.1.9-2' 1:8.1"}}};
     PanelDatabase panel;
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.type + " " + row.installed + " " + row.ofDump);
-        panel.install("mysql", row.type == "postgresql" ? "no" : row.installed);
-        panel.install("postgresql-server", row.type == "postgresql" ? row.installed : "no");
-        Sandbox box;
-        prepare(box, {"",
-                      {{"before", "domain --create a.example\n"},
-                       {"dump",
-                        "<domain name='a.example' deployer-action='auxiliary'><databases>"
-                        "<database name='shop' type='" +
-                            row.type + "' " + row.ofDump + "/></databases></domain>"}}});
-        box.deploy();
-        Lines expected{"success"};
-        if (!row.code.empty()) {
-            expected.push_back("domain a.example/database shop: " + row.code);
+    for (const auto& [code, rows] : kRows) {
+        for (const char* const row : rows) {
+            SCOPED_TRACE(row);
+            std::istringstream words(row);
+            std::string type, installed, version;
+            words >> type >> installed >> version;
+            panel.install("mysql", type == "postgresql" ? "no" : installed);
+            panel.install("postgresql-server", type == "postgresql" ? installed : "no");
+            Sandbox box;
+            prepare(box, {"",
+                          {{"before", "domain --create a.example\n"},
+                           {"dump",
+                            "<domain name='a.example' deployer-action='auxiliary'><databases>"
+                            "<database name='shop' type='" +
+                                type + (version == "-" ? "" : "' version='" + version) +
+                                "'/></databases></domain>"}}});
+            box.deploy();
+            Lines expected{"success"};
+            if (!code.empty()) {
+                expected.push_back("domain a.example/database shop: FailedDatabaseDeployment > " +
+                                   code);
+            }
+            EXPECT_EQ(codesOf(box), expected);
         }
-        EXPECT_EQ(codesOf(box), expected);
     }
 }
 

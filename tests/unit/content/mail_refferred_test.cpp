@@ -20,8 +20,6 @@ class MailCollectionTest : public Collecting {
         std::ofstream(box("calls")).close();
         EXPECT_EQ(0, chmod(box("calls").c_str(), 0666));
         for (const char* script : {"mb2md.pl", "sa_convert.sh"}) utility(rmk(script));
-        utility(zelvo::files::getDirectCliUtilityPath("autoresponder"),
-                "cat \"${6#add:}\" >> " + box("calls"));
     }
     // The calls without the variable part of temporary names.
     static std::string calls() {
@@ -65,60 +63,6 @@ TEST_F(MailCollectionTest, UnpacksAndConvertsMailboxes) {
                     {"Extracting the mailbox of plain (archives[mailbox]: own,)",
                      "Converting the Mbox-formatted mail of old (archives[mailbox]: own,)",
                      "Converting the Mbox-formatted INBOX of whole(archives[mailbox_inbox]: w,)"}));
-}
-
-// Catches a file of this server that is mailed out, a whole archive that is unpacked for each mail
-// name or for nothing, and what stays behind in the temporary directory, or is removed there.
-TEST_F(MailCollectionTest, HandsOverAttachmentsOfItsOwnOnly) {
-    const std::string secret = dir.write("secret", "secret\n");
-    unpacker.work = [&](const std::string& to) {
-        if (!to.starts_with(rmk("tmp"))) return;
-        unpacked.push_back(testing::PrintToString(unpacker.includes));
-        const std::string of = to + "/at/";
-        std::filesystem::create_directories(of);
-        std::ofstream(of + "hello") << "Hello\n";
-        std::ofstream(of + "a,b") << "comma\n";
-        std::filesystem::create_symlink(secret, of + "link");
-        std::filesystem::create_symlink(dir.path(""), of + "dir");
-    };
-    std::filesystem::create_directory(rmk("tmp/a.com"));
-    for (const std::string domain : {"a.com", "b.com"}) {
-        DomainMailRefferred collection(Element({{"domainmail", "w", ""}}), false, domain);
-        collection.addMailNameResponder(
-            Element({{"attaches", domain == "a.com" ? "w" : "own", "at"}}), "joe");
-        collection.addMailNameResponder(Element({{"attaches", "w", "off"}}), "ann");
-        collection.addMailNameResponder(Element({{"attaches", "w", "at"}}), "ben");
-        collection.addMailNameResponderAttach("ben", "out", {"hello"});
-        collection.addMailNameRespondersAttaches("joe", {"hello"});
-        collection.addMailNameRespondersAttaches("ann", {"hello"});
-        collection.addMailNameResponderAttach(
-            "joe", "away", {"hello", "link", "dir/secret", "../../../secret", "a,b", "none"});
-        collection.addMailNameResponderAttach("joe", "--off", {"hello"});
-        collection.addMailNameResponderAttach("jim", "away", {"hello"});
-        collection.addMailNameRespondersAttaches("jim", {"hello"});
-        collection.Extract(unpacker);
-    }
-    const auto call = [](const std::string& of, const std::string& path) {
-        return "autoresponder -u " + of +
-               " -attach add:" + rmk("tmp/migration-unpack-XXXXXX/" + path + "at/hello") +
-               "\nHello\n";
-    };
-    EXPECT_EQ(calls(), call("away -mail joe@a.com", "") + call("out -mail ben@a.com", "") +
-                           call("away -mail joe@b.com", "joe/") + call("out -mail ben@b.com", ""));
-    const std::string ofAll = "{ \"at\", \"off\", \"at\" }";
-    EXPECT_THAT(unpacked, ElementsAre(ofAll, "{ \"at\" }", "{ \"off\", \"at\" }"));
-    EXPECT_TRUE(std::filesystem::remove(rmk("tmp/a.com")));
-    EXPECT_TRUE(std::filesystem::is_empty(rmk("tmp")));
-    EXPECT_EQ(result.messages.size(), 12U);
-    EXPECT_EQ(result.messages.front(),
-              "CantUnpackAttachments: Unable to unpack mail attachments for joe on domain a.com");
-    EXPECT_THAT(
-        log.lines,
-        testing::IsSupersetOf(
-            {"Add responder 'away' attach for mailname joe",
-             "Cannot add autoresponder 'away' attach for mailname 'jim'. Mail name not found!",
-             "Cannot add autoresponders attaches for mailname 'jim'. Mail name not found!",
-             "Create autoresponders attaches files of joe@a.com(archives[attaches]: w,)"}));
 }
 
 // Catches a rebuild that is missed, done twice, or done for a list that was not unpacked.

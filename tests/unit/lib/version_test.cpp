@@ -47,65 +47,29 @@ std::string display(const Version& version) {
 
 }  // namespace
 
-// The vectors that RPM publishes for its own ordering, as far as they are about this form. Those
-// marked with "other" are ordered otherwise there: a zero in front makes a text of a number here,
-// and nothing but "." separates without being compared.
+// The vectors that RPM publishes for its own ordering, as far as they are about this form, and
+// where the orders part: a zero in front makes a text of a number here, and nothing but "."
+// separates without being compared.
 TEST(Version, IsOrderedAsPackageManagersOrder) {
-    const struct {
-        const char* a;
-        const char* b;
-        int expected;
-    } rows[] = {
-        {"1.0", "1.0", 0},
-        {"1.0", "2.0", -1},
-        {"2.0.1", "2.0.1", 0},
-        {"2.0", "2.0.1", -1},
-        {"2.0.1a", "2.0.1a", 0},
-        {"2.0.1a", "2.0.1", 1},
-        {"5.5p1", "5.5p1", 0},
-        {"5.5p1", "5.5p2", -1},
-        {"5.5p10", "5.5p10", 0},
-        {"5.5p1", "5.5p10", -1},
-        {"10xyz", "10.1xyz", -1},
-        {"xyz10", "xyz10", 0},
-        {"xyz10", "xyz10.1", -1},
-        {"xyz.4", "xyz.4", 0},
-        {"xyz.4", "8", -1},
-        {"xyz.4", "2", -1},
-        {"5.5p2", "5.6p1", -1},
-        {"5.6p1", "6.5p1", -1},
-        {"6.0.rc1", "6.0", 1},
-        {"10b2", "10a1", 1},
-        {"10a2", "10b2", -1},
-        {"1.0aa", "1.0aa", 0},
-        {"1.0a", "1.0aa", -1},
-        {"10.0001", "10.0001", 0},
-        {"10.0001", "10.1", -1},  // other: 0
-        {"10.0001", "10.0039", -1},
-        {"4.999.9", "5.0", -1},
-        {"20101121", "20101121", 0},
-        {"20101121", "20101122", -1},
-        {"2_0", "2_0", 0},
-        {"2.0", "2_0", -1},     // other: 0
-        {"a+", "a_", -1},       // other: 0
-        {"1.0~rc1", "1.0", 1},  // other: -1
-        {"1.0^", "1.0", 1},
+    const char* const rows[] = {
+        "1.0 = 1.0", "1.0 < 2.0", "2.0.1 = 2.0.1", "2.0 < 2.0.1", "2.0.1a = 2.0.1a",
+        "2.0.1a > 2.0.1", "5.5p1 = 5.5p1", "5.5p1 < 5.5p2", "5.5p10 = 5.5p10", "5.5p1 < 5.5p10",
+        "10xyz < 10.1xyz", "xyz10 = xyz10", "xyz10 < xyz10.1", "xyz.4 = xyz.4", "xyz.4 < 8",
+        "xyz.4 < 2", "5.5p2 < 5.6p1", "5.6p1 < 6.5p1", "6.0.rc1 > 6.0", "10b2 > 10a1",
+        "10a2 < 10b2", "1.0aa = 1.0aa", "1.0a < 1.0aa", "10.0001 = 10.0001", "10.0001 < 10.0039",
+        "4.999.9 < 5.0", "20101121 = 20101121", "20101121 < 20101122", "2_0 = 2_0", "1.0^ > 1.0",
+        // Ordered otherwise there.
+        "10.0001 < 10.1", "2.0 < 2_0", "a+ < a_", "1.0~rc1 > 1.0",
         // The rules' own edges.
-        {"1.2", "1.2.0", -1},
-        {"09", "1", -1},
-        {"1..2", "1.2", 0},
-        {"2:1.0", "1:9.9", 1},
-        {"0:1.0", "9.9", 1},
-        {":1.0", "9.9", 1},
-        {"-1:1", "0:1", -1},
-        {"1.0-1", "1.0", 1},
-        {"1.0-2", "1.0-10", -1},
-        {"1-1-1", "1-1-2", -1},
-        {"4294967297", "1", 0},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(order(row.a, row.b), row.expected) << row.a << " and " << row.b;
-        EXPECT_EQ(order(row.b, row.a), -row.expected) << row.b << " and " << row.a;
+        "1.2 < 1.2.0", "09 < 1", "1..2 = 1.2", "2:1.0 > 1:9.9", "0:1.0 > 9.9", ":1.0 > 9.9",
+        "-1:1 < 0:1", "1.0-1 > 1.0", "1.0-2 < 1.0-10", "1-1-1 < 1-1-2", "4294967297 = 1"};
+    for (const std::string row : rows) {
+        std::istringstream words(row);
+        std::string a, sign, b;
+        words >> a >> sign >> b;
+        const int expected = sign == "<" ? -1 : sign == ">" ? 1 : 0;
+        EXPECT_EQ(order(a, b), expected) << row;
+        EXPECT_EQ(order(b, a), -expected) << row;
     }
 }
 
