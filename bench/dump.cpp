@@ -162,6 +162,35 @@ void writeZoneDump(const std::string& path, int records) {
     });
 }
 
+void writeMailDump(const std::string& path, int users) {
+    writeFile(path, [users](std::ostream& file) {
+        file << "<domain name=\"domain.example\"><mailsystem><mailusers>\n";
+        for (int number = 0; number < users; ++number) {
+            file << "  <mailuser name=\"user" << number << R"(" mailbox-quota="50">
+    <properties><password type="plain">secret-)"
+                 << number << R"(</password></properties>
+    <preferences><mailbox type="mdir"/><alias>alias)"
+                 << number << R"(</alias><redirect>user@other.example</redirect>
+      <autoresponders enabled="true"><autoresponder name="away" status="on"/></autoresponders>
+    </preferences>
+  </mailuser>
+)";
+        }
+        file << "</mailusers></mailsystem></domain>\n";
+    });
+}
+
+void writeListDump(const std::string& path, int members) {
+    writeFile(path, [members](std::ostream& file) {
+        file << "<domain name=\"domain.example\"><maillists><status><enabled/></status>\n"
+                "<maillist name=\"news\"><owner>owner@domain.example</owner>\n";
+        for (int number = 0; number < members; ++number) {
+            file << "  <recipient>member" << number << "@other.example</recipient>\n";
+        }
+        file << "  <status><enabled/></status></maillist></maillists></domain>\n";
+    });
+}
+
 int domainsIn(std::size_t bytes) { return static_cast<int>(bytes / domain(100000).size()); }
 
 }  // namespace bench

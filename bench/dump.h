@@ -19,6 +19,13 @@ void writeSitesDump(const std::string& path, int sites);
 // Writes a dump of one domain with a zone of that many records. Raises std::runtime_error.
 void writeZoneDump(const std::string& path, int records);
 
+// Writes a dump of one domain with that many mail users, each with a password, a mailbox, an alias,
+// a redirection and an automatic answer. Raises std::runtime_error.
+void writeMailDump(const std::string& path, int users);
+
+// Writes a dump of one domain with a mail list of that many members. Raises std::runtime_error.
+void writeListDump(const std::string& path, int members);
+
 // The number of domains of a dump that is about so big.
 int domainsIn(std::size_t bytes);
 

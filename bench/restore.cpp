@@ -43,11 +43,23 @@ void writeSites(const fs::path& session, int count) {
     bench::costOfProgram({"tar", "-cf", session / "site.tar", "-C", session, "index.html"});
 }
 
+void writeMail(const fs::path& session, int count) {
+    bench::writeMailDump(session / "restore.xml", count);
+}
+
+void writeList(const fs::path& session, int count) {
+    bench::writeListDump(session / "restore.xml", count);
+}
+
 constexpr Shape kSites = {"200 sites", writeSites, 200};
 constexpr Shape kSmall = {"2,000 domains", writeDomains, 2000};
 constexpr Shape kBig = {"20,000 domains", writeDomains, 20000};
 constexpr Shape kSmallZone = {"2,000 records", writeZone, 2000};
 constexpr Shape kBigZone = {"20,000 records", writeZone, 20000};
+
+constexpr Shape kMail = {"5,000 mail users", writeMail, 5000};
+constexpr Shape kSmallList = {"10,000 members", writeList, 10000};
+constexpr Shape kBigList = {"100,000 members", writeList, 100000};
 
 // Restores of one shape, each in a session that is made anew.
 class Restore {
@@ -101,35 +113,50 @@ class Restore {
     fs::path session_;
 };
 
-bool compareSites(const std::string& deployer, const fs::path& directory) {
-    const Restore sites(deployer, directory, kSites);
-    Comparison toBare("200 sites, to the bare loop");
+// A restore to the bare loop over its commands. kind: what is restored, for the heading.
+bool compareToBare(const std::string& deployer, const fs::path& directory, const Shape& shape,
+                   const std::string& kind, const std::string& subject) {
+    const Restore restore(deployer, directory, shape);
+    Comparison toBare(std::string(shape.name) + ", to the bare loop");
     for (int round = 0; round < 2 * kRounds; ++round) {
-        const Cost cost = sites.measure();
-        toBare.add(cost, sites.measureBare());
+        const Cost cost = restore.measure();
+        toBare.add(cost, restore.measureBare());
     }
-    bench::tellHeading("Domains with full hosting (" +
-                           std::to_string(bench::countCommands(sites.log())) + " commands)",
-                       "deployer --deploy-dump with utilities that do nothing and a real tar",
-                       "a bare loop of posix_spawn and waitpid with the same commands");
+    bench::tellHeading(
+        kind + " (" + std::to_string(bench::countCommands(restore.log())) + " commands)", subject,
+        "a bare loop of posix_spawn and waitpid with the same commands");
     return toBare.tellTime(1.15);
 }
 
-bool compareZones(const std::string& deployer, const fs::path& directory) {
-    const Restore small(deployer, directory, kSmallZone);
-    const Restore big(deployer, directory, kBigZone);
-    Comparison bigToSmall("20,000 records, to the 2,000");
+// A restore to one of a tenth.
+bool compareGrowth(const std::string& deployer, const fs::path& directory, const Shape& smallShape,
+                   const Shape& bigShape, const std::string& kind, const std::string& subject) {
+    const Restore small(deployer, directory, smallShape);
+    const Restore big(deployer, directory, bigShape);
+    Comparison bigToSmall(std::string(bigShape.name) + ", to the " + smallShape.name);
     for (int round = 0; round < kRounds; ++round) {
         const Cost before = small.measure();
         const Cost cost = big.measure();
         bigToSmall.add(cost, mean(before, small.measure()));
     }
     bench::tellHeading(
-        "A DNS zone",
-        "deployer --deploy-dump of one domain; its list of 20,000 records is made and "
-        "logged, but is too long for a program to be started with it",
-        "the restores of 2,000 records right before and after");
+        kind, subject,
+        std::string("the restores of ") + smallShape.name + " right before and after");
     return bigToSmall.tellTime(10.5);
+}
+
+bool compareParts(const std::string& deployer, const fs::path& directory) {
+    const std::string idle = "deployer --deploy-dump with utilities that do nothing";
+    bool isOk = compareToBare(deployer, directory, kSites, "Domains with full hosting",
+                              idle + " and a real tar");
+    isOk = compareToBare(deployer, directory, kMail, "Mail users of a domain", idle) && isOk;
+    isOk = compareGrowth(deployer, directory, kSmallZone, kBigZone, "A DNS zone",
+                         "deployer --deploy-dump of one domain; its list of 20,000 records is made "
+                         "and logged, but is too long for a program to be started with it") &&
+           isOk;
+    return compareGrowth(deployer, directory, kSmallList, kBigList, "A mail list",
+                         idle + ", of one list") &&
+           isOk;
 }
 
 bool compareDomains(const std::string& deployer, const std::string& readDump,
@@ -175,8 +202,7 @@ int main(int argc, char** argv) {
     }
     try {
         const bool isOk = compareDomains(argv[1], argv[2], argv[3], argv[4]);
-        const bool areSitesOk = compareSites(argv[1], argv[4]);
-        return compareZones(argv[1], argv[4]) && areSitesOk && isOk ? 0 : 1;
+        return compareParts(argv[1], argv[4]) && isOk ? 0 : 1;
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "bench-restore: %s\n", failure.what());
         return 2;
