@@ -1,5 +1,5 @@
-// bench-unpacking UNPACK UNPACK_SITE USER DIRECTORY: unpacking big archives, and the content of a
-// domain, beside a bare tar. USER: a customer's. Runs in a panel.
+// bench-unpacking UNPACK UNPACK_SITE UNPACK_MAILBOX USER DIRECTORY: unpacking big archives, the
+// content of a domain and a mailbox, beside a bare tar. USER: a customer's. Runs in a panel.
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "commons/files.h"
+#include "content/destination.h"
 #include "measure.h"
 
 namespace {
@@ -35,6 +36,7 @@ struct Shape {
 constexpr Shape kBig = {"1 GB in 16 files", 1, 16, 1'000'000'000 / 16};
 constexpr Shape kMany = {"200,000 small files", 200, 1000, 100};
 constexpr Shape kSmall = {"one small file", 1, 1, 100};
+constexpr Shape kMailbox = {"a mailbox of 50,000 messages", 1, 50'000, 2000};
 constexpr Shape kSite = {"20,000 files in 30 parts", 200, 100, 2000};
 
 // What unpacks, and whom the directory belongs to then.
@@ -45,6 +47,8 @@ struct Subject {
     fs::path destination;
     std::string mode;
     std::string owner;
+    // Of what is in the archive.
+    std::string ownerOfMembers = "root:root";
 };
 
 std::string bytes(std::size_t size) {
@@ -76,6 +80,7 @@ class Unpacking {
         }
         fs::create_directories(session_);
         const fs::path names = directory / "names";
+        bench::costOfProgram({"chown", "-R", subject_.ownerOfMembers, tree});
         bench::costOfProgram(
             {"tar", "-cvf", session_ / archive_, "--index-file", names, "-C", tree, "."});
         namesSize_ = static_cast<double>(fs::file_size(names)) / 1024;
@@ -163,16 +168,29 @@ bool runSite(const std::string& unpackSite, const std::string& user, const fs::p
     return compare(Unpacking(site, directory, kSite), kSite, 1.15);
 }
 
+bool runMailbox(const std::string& unpackMailbox, const fs::path& directory) {
+    bench::tellHeading("Unpacking a mailbox",
+                       "an archive of the mail user's own, as by the restore of a mail user",
+                       "tar -x, chmod and chown");
+    const std::string popuser = "popuser:popuser";
+    const fs::path maildir = zelvo::getMaildir("site.example", "user");
+    fs::create_directories(maildir.parent_path());
+    const Subject mailbox = {unpackMailbox, {}, maildir, "0755", popuser, popuser};
+    return compare(Unpacking(mailbox, directory, kMailbox), kMailbox, 1.15);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 5) {
-        std::fputs("usage: bench-unpacking UNPACK UNPACK_SITE USER DIRECTORY\n", stderr);
+    if (argc != 6) {
+        std::fputs("usage: bench-unpacking UNPACK UNPACK_SITE UNPACK_MAILBOX USER DIRECTORY\n",
+                   stderr);
         return 2;
     }
     try {
-        const bool isSiteOk = runSite(argv[2], argv[3], argv[4]);
-        return runArchives(argv[1], argv[4]) && isSiteOk ? 0 : 1;
+        bool isOk = runSite(argv[2], argv[4], argv[5]);
+        isOk = runMailbox(argv[3], argv[5]) && isOk;
+        return runArchives(argv[1], argv[5]) && isOk ? 0 : 1;
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "bench-unpacking: %s\n", failure.what());
         return 2;
