@@ -46,8 +46,24 @@ void expectInLog(const Sandbox& box, const std::string& text) {
     }
 }
 
+// A "; " in quotes is an argument's own.
+std::string oneALine(std::string calls) {
+    bool isQuoted = false;
+    for (std::size_t at = 0; at < calls.size(); ++at) {
+        if (calls[at] == '\\') {
+            ++at;
+        } else if (calls[at] == '\'') {
+            isQuoted = !isQuoted;
+        } else if (!isQuoted && calls.compare(at, 2, "; ") == 0) {
+            calls.replace(at, 2, "\n");
+        }
+    }
+    return calls;
+}
+
 // Every call as it is made: "$create" and "$update" are two.
-std::string wholeCalls(const std::string& text) {
+std::string wholeCalls(const std::string& brief) {
+    const std::string text = oneALine(brief);
     static const std::regex create("\\$create (\\S+)\n");
     static const std::regex update("\\$update (\\S+)\n");
     const std::string end = "\ndomain_pref --update $1 -www true\n";
@@ -154,7 +170,7 @@ std::string statusOf(const Sandbox& box) {
 }
 
 void prepare(Sandbox& box, const Case& one) {
-    box.setup(one.part("before"));
+    box.setup(oneALine(one.part("before")));
     box.faults(one.part("faults"));
     for (const auto& [title, text] : one.parts) {
         if (title.starts_with("archive "))

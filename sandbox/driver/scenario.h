@@ -12,7 +12,7 @@
 //
 //   === NameOfTheCase
 //   # What it catches.
-//   before:      calls that set the panel up
+//   before:      calls that set the panel up, one a line or with "; " between them
 //   faults:      rules of misbehaviour
 //   options: --notify
 //   archive: NAME    an archive in the session, see file_tree.h for its lines; the first may stand
@@ -20,12 +20,13 @@
 //   dump:        what stands below the root. "$cid(TYPE PATH/FILE OFFSET)" is the element of an
 //                archive; path and offset, a part that is referred to, may be missing.
 //                "$content(...)" is one in a content element of its own
-//   calls:       the journal without the environment that every utility of the panel gets; a call
-//                that lacks it is "bare", or "$suspend DOMAIN" or "$resume DOMAIN" for the suspend
-//                handler. "$create DOMAIN" is the two calls that make a domain of the
-//                administrator's if little is said of it, "$update DOMAIN" those that change one.
-//                The repair of the statistics, which ends a restore, is written as "..." and needs
-//                no mention where nothing follows it; "no ..." where it is not made.
+//   calls:       the journal, written like that, without the environment that every utility of the
+//                panel gets; a call that lacks it is "bare", or "$suspend DOMAIN" or "$resume
+//                DOMAIN" for the suspend handler. "$create DOMAIN" is the two calls that make a
+//                domain of the administrator's if little is said of it, "$update DOMAIN" those that
+//                change one. The repair of the statistics, which ends a restore, is written as
+//                "..." and needs no mention where nothing follows it; "no ..." where it is not
+//                made.
 //   result:      what failed, see outcome.h; "error" in its first line if that was the run. Empty,
 //                whatever stands around: a clean success.
 //   tree: DIRECTORY  what must stand there, all of it, see file_tree.h; as with archives
