@@ -3,12 +3,9 @@
 #include <regex>
 
 #include "collecting.h"
-#include "commons/files.h"
-#include "content/mail_list_refferred.h"
 
 using namespace test;
 using testing::ElementsAre;
-using zelvo::DomainMailListRefferred;
 using zelvo::DomainMailRefferred;
 
 namespace {
@@ -63,32 +60,4 @@ TEST_F(MailCollectionTest, UnpacksAndConvertsMailboxes) {
                     {"Extracting the mailbox of plain (archives[mailbox]: own,)",
                      "Converting the Mbox-formatted mail of old (archives[mailbox]: own,)",
                      "Converting the Mbox-formatted INBOX of whole(archives[mailbox_inbox]: w,)"}));
-}
-
-// Catches a rebuild that is missed, done twice, or done for a list that was not unpacked.
-TEST_F(MailCollectionTest, RebuildsTheArchivesOfUnpackedLists) {
-    panelBox.dir.write("etc/qrd/qrd.conf", contentOf(box("etc/qrd/qrd.conf")) + "MAILMAN_ROOT_D " +
-                                               box("mailman") + "\n");
-    utility(zelvo::files::getMailmanArchFileName());
-    const auto extract = [&] {
-        DomainMailListRefferred collection(Element({{"domainmaillist", "w", ""}}), "a.com");
-        collection.addMailList(Element({{"mailbox", "w", "news.mbox"}}), "news");
-        collection.addMailList(Element({{"mailbox", "own", "talk.mbox"}}), "talk");
-        collection.addMailList(Element({{"mailbox", "own", "part"}}), "old");
-        collection.addMailList(Element({{"mailbox", "own", ""}}), "-x");
-        collection.Extract(unpacker);
-    };
-    extract();
-    EXPECT_THAT(unpacked, ElementsAre("lists/archives/private/ news.mbox",
-                                      "lists/archives/private/ talk.mbox",
-                                      "lists/archives/private/old.mbox part"));
-    const std::string once = "arch news\narch talk\narch old\n";
-    EXPECT_EQ(calls(), once);
-    fails = [&](const std::string&) { return unpacker.includes.front() == "news.mbox"; };
-    extract();
-    EXPECT_EQ(calls(), once + "arch talk\narch old\n");
-    EXPECT_THAT(result.messages,
-                ElementsAre(lostMailbox("-x"),
-                            "UnExpectedResult: The resutl of operaion is unexpected: broken",
-                            lostMailbox("-x")));
 }
