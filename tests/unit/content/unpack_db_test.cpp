@@ -3,6 +3,7 @@
 #include <regex>
 
 #include "mariadb.h"
+#include "postgresql.h"
 #include "unpacking.h"
 
 using namespace test;
@@ -21,7 +22,7 @@ class UnpackDbTest : public Unpacking {
         const std::string note = "for a; do printf '%s\\n' \"$a\"; done >> " + box("calls") +
                                  "\n[ \"$MYSQL_PWD$PGPASSWORD\" = none ] && exit\n";
         writeProgram(box("bin/mysql"), note + "exec mariadb \"$@\"\n");
-        writeProgram(box("bin/pg_restore"), note);
+        writeProgram(box("bin/pg_restore"), note + "exec /usr/bin/pg_restore \"$@\"\n");
     }
     // No way out may leave the dump behind.
     ~UnpackDbTest() override { EXPECT_TRUE(isTmpEmpty()); }
@@ -68,6 +69,24 @@ TEST_F(UnpackDbTest, LoadsIntoMariaDb) {
     EXPECT_THAT(fault(access), testing::AllOf(testing::StartsWith("ExecCmd::Failed: Execution of "),
                                               testing::HasSubstr("Access denied for user 'loader'"),
                                               testing::Not(testing::HasSubstr("wrong"))));
+}
+
+TEST_F(UnpackDbTest, LoadsIntoPostgreSql) {
+    std::filesystem::permissions(dir.path(""), std::filesystem::perms(0711));
+    PostgreSqlServer server(dir.path("postgresql"));
+    const std::string port = std::to_string(server.port());
+    server.query("create database shop");
+    server.query("create table t (a text); insert into t values ('one'), ('two')", "shop");
+    writeArchive(tarOf({{"shop.dump", '0', "", server.dump("shop")}}));
+    server.query("drop table t", "shop");
+    server.query("create role loader superuser login password 's3cr3t ''of'' the \"shop\"'");
+    DbServerAccess access{"postgresql", "loader", kPassword, "127.0.0.1", port};
+    EXPECT_EQ(fault(access), "");
+    EXPECT_EQ(server.query("select a from t", "shop"), "one\ntwo\n");
+    EXPECT_EQ(calls(), "-d\nshop\n--use-set-session-authorization\n-h\n127.0.0.1\n-p\n" + port +
+                           "\nTMP/shop.dump\n");
+    access.password = "wrong";
+    EXPECT_THAT(fault(access), testing::HasSubstr("password authentication failed"));
 }
 
 TEST_F(UnpackDbTest, LeavesDefaultsToTheClient) {
