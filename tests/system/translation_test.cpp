@@ -246,7 +246,8 @@ TEST(Wickerdeck, ArrivesWhole) {
     box.deploy();
     EXPECT_EQ(codesOf(box), Lines{"success"});
     EXPECT_EQ(callsOf(box), sourceFile("examples/leaving-wickerdeck/calls.txt"));
-    EXPECT_EQ(treeOf(box, "/opt/qrd/var/vhosts"),
+    EXPECT_EQ(treeOf(box, "/opt/qrd/var/vhosts") + "\n" +
+                  treeOf(box, "/opt/qrd/var/mailnames/hamnstudion.example"),
               sourceFile("examples/leaving-wickerdeck/sites-after.txt"));
     // It passes for a canonical dump in the eyes of the canonical DTD too.
     box.writeFile(control("none", "spec"), "");
@@ -257,7 +258,8 @@ TEST(Wickerdeck, ArrivesWhole) {
 
 // Catches: a limit that is rounded, written with an exponent, taken in another unit or left out,
 // and a text that is no number and would end a whole restore; a record that would cost the others
-// of its zone, and one that goes missing in silence; the parts of a value taken for each other.
+// of its zone; a record, or what a database holds, that goes missing in silence; the parts of a
+// value taken for each other.
 TEST(Wickerdeck, HasExactLimitsAndNoRecordThatWouldCostTheOthers) {
     const std::string rows[][3] = {
         {"quota of='disk' amount='0.3' unit='KB'", "disk_space\">307<", ""},
@@ -281,6 +283,7 @@ TEST(Wickerdeck, HasExactLimitsAndNoRecordThatWouldCostTheOthers) {
         {"record host='@' type='SRV' value='0 5 sip.b.example.'", "", "record SRV @"},
         {"record host='k' type='TXT' value='v=DKIM1; p=x'", "", "record TXT k"},
         {"record host='a,b' type='A' value='192.0.2.1'", "", "record A a,b"},
+        {"database name='g' archive='g.sql'", "", "rows of database g of a.example in \"g.sql\""},
     };
     for (const auto& [element, expected, told] : rows) {
         SCOPED_TRACE(element);

@@ -76,6 +76,13 @@
       </properties>
       <limits-and-permissions><xsl:call-template name="limits"/></limits-and-permissions>
       <xsl:apply-templates select="keeper | webspace | redirect"/>
+      <xsl:if test="mailbox">
+        <mailsystem><mailusers><xsl:apply-templates select="mailbox"/></mailusers></mailsystem>
+      </xsl:if>
+      <xsl:if test="list">
+        <maillists><status><enabled/></status><xsl:apply-templates select="list"/></maillists>
+      </xsl:if>
+      <databases><xsl:apply-templates select="database"/></databases>
       <xsl:call-template name="traffic"/>
     </domain>
   </xsl:template>
@@ -165,6 +172,66 @@
         <content-file><xsl:value-of select="$rest"/></content-file>
       </xsl:otherwise>
     </xsl:choose>
+  </xsl:template>
+
+  <!-- Mail and databases ================================================================== -->
+
+  <!-- A redirection leads to one address, a group to many. -->
+  <xsl:template match="mailbox">
+    <mailuser name="{@local}">
+      <xsl:if test="quota[@of = 'mailbox-size']">
+        <xsl:attribute name="mailbox-quota"><xsl:apply-templates select="quota[@of = 'mailbox-size'][1]/@amount" mode="size"/></xsl:attribute>
+      </xsl:if>
+      <xsl:if test="forward[2]"><xsl:attribute name="mailgroup-enabled">true</xsl:attribute></xsl:if>
+      <xsl:apply-templates select="secret"/>
+      <preferences>
+        <mailbox enabled="{not(@keeps = 'no')}" type="mbox">
+          <xsl:if test="@archive">
+            <content><cid type="mailbox_inbox"><xsl:call-template name="archive"/></cid></content>
+          </xsl:if>
+        </mailbox>
+        <xsl:apply-templates select="alias | forward | answer[1]"/>
+      </preferences>
+    </mailuser>
+  </xsl:template>
+
+  <xsl:template match="alias"><alias><xsl:value-of select="normalize-space()"/></alias></xsl:template>
+  <xsl:template match="forward"><redirect><xsl:value-of select="normalize-space()"/></redirect></xsl:template>
+  <xsl:template match="forward[../forward[2]]"><mailgroup-member><xsl:value-of select="normalize-space()"/></mailgroup-member></xsl:template>
+
+  <xsl:template match="answer">
+    <autoresponders enabled="{not(@sent = 'no')}">
+      <autoresponder name="answer">
+        <xsl:if test="@subject"><xsl:attribute name="subject"><xsl:value-of select="@subject"/></xsl:attribute></xsl:if>
+        <text charset="UTF-8"><xsl:value-of select="translate(., ' &#9;&#10;&#13;', '')"/></text>
+      </autoresponder>
+    </autoresponders>
+  </xsl:template>
+
+  <xsl:template match="list">
+    <maillist name="{@name}">
+      <owner><xsl:value-of select="@owner"/></owner>
+      <xsl:for-each select="member"><recipient><xsl:value-of select="normalize-space()"/></recipient></xsl:for-each>
+      <xsl:apply-templates select="secret"/>
+      <status>
+        <xsl:choose>
+          <xsl:when test="@open = 'no'"><disabled-by name="domadm"/></xsl:when>
+          <xsl:otherwise><enabled/></xsl:otherwise>
+        </xsl:choose>
+      </status>
+    </maillist>
+  </xsl:template>
+
+  <!-- Its archive is no tar file, which the restore could read. -->
+  <xsl:template match="database">
+    <xsl:if test="@archive">
+      <xsl:message><xsl:value-of select="concat('Left out: rows of database ', @name, ' of ', ../@name, ' in &quot;', @archive, '&quot;')"/></xsl:message>
+    </xsl:if>
+    <database name="{@name}" type="mysql">
+      <xsl:if test="@server"><xsl:attribute name="version"><xsl:value-of select="@server"/></xsl:attribute></xsl:if>
+      <xsl:if test="@charset"><xsl:attribute name="charset"><xsl:value-of select="@charset"/></xsl:attribute></xsl:if>
+      <xsl:if test="@user"><dbuser name="{@user}"><xsl:apply-templates select="secret"/></dbuser></xsl:if>
+    </database>
   </xsl:template>
 
   <!-- DNS ================================================================================= -->
