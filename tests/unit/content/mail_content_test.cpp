@@ -69,9 +69,8 @@ TEST_F(MailContentTest, ConvertsMailboxesAsTheMailUser) {
 
     for (const std::string& archive : {tarOf({{"l", '2', "/etc/shadow"}}), std::string("no tar")}) {
         writeArchive(archive);
-        EXPECT_EQ(faultOf([&] { regular.mbox2mdir(cid, "a", "bob", true, ""); }),
-                  "UnExpectedResult: The resutl of operaion is unexpected: there is no mailbox in "
-                  "the archive");
+        EXPECT_THAT(faultOf([&] { regular.mbox2mdir(cid, "a", "bob", true, ""); }),
+                    testing::StartsWith("UnExpectedResult: "));
         EXPECT_TRUE(isTmpEmpty());
     }
 }
