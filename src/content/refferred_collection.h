@@ -21,9 +21,8 @@ class RefferredCidCollection {
     RefferredCidCollection& operator=(const RefferredCidCollection&) = delete;
 
     // Unpacks what has been registered, in the order of registration. The failure of one part costs
-    // that part and is told; that of the whole archive costs the parts that it took. An archive
-    // that the unpacker passes over is told by it alone. Raises MigrationTerminatedException
-    // between two archives when the run is to stop.
+    // that part and is told; that of the whole archive costs the parts that it took. Raises
+    // MigrationTerminatedException between two archives when the run is to stop.
     void Extract(ContentUnpacker& unpacker);
 
   protected:
