@@ -21,6 +21,7 @@
 using namespace zelvo;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Pair;
 
 namespace {
 
@@ -86,6 +87,24 @@ TEST(OptionRules, MakeTheValueOrNone) {
             EXPECT_EQ(rule(node, item).value_or("none"), expected ? expected : "none") << item;
         }
     }
+}
+
+// Catches: settings that reach only one of the two places.
+TEST(ScriptingOptions, GoToTheCommandAndToTheList) {
+    tXmlRmkDocument dump(std::string("<scripting fp='true' php='true' unknown='x'/>"));
+    dump.initFileDoc("scripting");
+    ExecCmd cmd("site");
+    tDeployDocAbility::NamedValues list;
+    tDeployDocAbility().getScriptingOpts(XmlNode(dump.doc(), dump.root()), false, cmd, list);
+    EXPECT_THAT(list, ElementsAre(Pair("php", "true"), Pair("fp", "true")));
+    EXPECT_EQ(cmd.getString(), "site -php true -fp true");
+}
+
+TEST(EncryptedPassword, KeepsItsTypeWhenItIsReplaced) {
+    const RecordingLog log;
+    passwd password;
+    password.type = passwd::ENCRYPTED;
+    EXPECT_EQ(ensureNoEncryptedPassword(password, "").type, passwd::ENCRYPTED);
 }
 
 TEST(StrongPassword, HoldsEveryKindOfCharacter) {
