@@ -59,12 +59,8 @@ TEST(Domains, AreChangedAsTheWordSays) {
 // Catches: a domain that stays suspended, and a success that is none. A number that is none is no
 // failure of an object.
 TEST(Domains, EndTheRunByANumberThatIsNone) {
-    struct Row {
-        std::string held;
-        std::string calls;
-        std::string said;
-    };
-    const Row kRows[] = {
+    // What the domain holds, the calls for it and what is said.
+    const std::string kRows[][3] = {
         {"<limits-and-permissions><limit name='max_box'>1</limit>"
          "<limit name='disk_space'>abc</limit></limits-and-permissions>",
          "", "The value of the limit 'Domain a.example disk_space' is not a number: 'abc'"},
@@ -75,14 +71,14 @@ TEST(Domains, EndTheRunByANumberThatIsNone) {
          "</properties>",
          "domain_pref --update a.example -www true\ndns --set-slave a.example\n",
          "The value of the zone parameter 'x' is not a number: '1h'"}};
-    for (const Row& row : kRows) {
+    for (const auto& [held, calls, said] : kRows) {
         Sandbox box;
         prepare(box, {"",
                       {{"before", "domain --create a.example\n"},
-                       {"dump", "<domain name='a.example' deployer-action='update'>" + row.held +
+                       {"dump", "<domain name='a.example' deployer-action='update'>" + held +
                                     "</domain><domain name='b.example'/>"}}});
-        box.failsWith(1, "Uncaught std::exception: " + row.said, Sandbox::deployment("--suspend"));
-        EXPECT_EQ(callsOf(box), "$suspend a.example\ndomain --update a.example\n" + row.calls +
+        box.failsWith(1, "Uncaught std::exception: " + said, Sandbox::deployment("--suspend"));
+        EXPECT_EQ(callsOf(box), "$suspend a.example\ndomain --update a.example\n" + calls +
                                     "$resume a.example\n");
         EXPECT_EQ(outcomeOf(box), "error\n");
     }
@@ -104,11 +100,6 @@ TEST(Domains, TellOfAZoneThatIsTooLongForAnArgument) {
                "DNS zone deployment was failed\n"}}});
 }
 
-struct Part {
-    std::string options;
-    bool endsAll;  // its failure costs the parts behind it
-};
-
 // Catches: a part that is lost with the one before it, that travels along with the next one, or
 // that is told twice.
 TEST(Domains, LoseOnlyTheRefusedPartOfTheirAdministrator) {
@@ -118,7 +109,8 @@ TEST(Domains, LoseOnlyTheRefusedPartOfTheirAdministrator) {
         "<pinfo name='email'>ann@a.example</pinfo><pinfo name='company'>A</pinfo>"
         "<pinfo name='phone'>1</pinfo><pinfo name='country'>DE</pinfo><pinfo name='zip'>8</pinfo>"
         "<pinfo name='locale'>de-DE</pinfo></domainuser></domain>";
-    const std::vector<Part> kParts = {
+    // Their options, and whether their failure costs the parts behind them.
+    const std::vector<std::pair<std::string, bool>> kParts = {
         {"-passwd '' -uid 501", true},
         {"-max-button-length 18 -status true -manage_dns true", false},
         {"-email ann@a.example", true},
@@ -136,18 +128,18 @@ TEST(Domains, LoseOnlyTheRefusedPartOfTheirAdministrator) {
         return "  ExecCmd::Failed: domadmin --update a.example " + replaceAll(options, "''", "") +
                " => " + std::to_string(code) + "\n";
     };
-    std::string all = kParts[0].options;
-    for (std::size_t part = 1; part < kParts.size() - 1; ++part) all += " " + kParts[part].options;
+    std::string all = kParts[0].first;
+    for (std::size_t part = 1; part < kParts.size() - 1; ++part) all += " " + kParts[part].first;
     for (std::size_t refused = 0; refused < kParts.size(); ++refused) {
         std::string calls = "domain --create a.example -owner admin -notify false\n" + call(all);
         std::string result = "domain a.example\n" + failed(all, 5);
         for (std::size_t part = 0; part < kParts.size(); ++part) {
-            calls += call(kParts[part].options);
+            calls += call(kParts[part].first);
             const bool isSkin = part == kParts.size() - 1;
-            if (part == refused && !isSkin) result += failed(kParts[part].options, 6);
-            if (part == refused && kParts[part].endsAll) break;
+            if (part == refused && !isSkin) result += failed(kParts[part].first, 6);
+            if (part == refused && kParts[part].second) break;
         }
-        runCase({kParts[refused].options,
+        runCase({kParts[refused].first,
                  {{"faults", "call 2: exit 5\ncall " + std::to_string(refused + 3) + ": exit 6\n"},
                   {"dump", dump},
                   {"calls", calls + "domain_pref --update a.example -www true\n"},

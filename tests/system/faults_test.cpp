@@ -262,9 +262,8 @@ struct BadMachine {
 TEST(Machine, ThatCannotBeWorkedOnIsLeftAlone) {
     const BadMachine rows[] = {
         {"mount --bind $S $S; mount -o remount,ro,bind $S", 1,
-         "Uncaught ExTraceableException: CantCreateTempFile: Can not create temporary file with "
-         "the "
-         "template '" +
+         "Uncaught ExTraceableException: CantCreateTempFile: Can not create temporary file "
+         "with the template '" +
              Sandbox::sessionPath() + "/migration.resultXXXXXX': Read-only file system.",
          "old"},
         {"rm /opt/qrd/RMK/log4cpp.properties", 1, "Uncaught std::exception: ", "old"},

@@ -98,15 +98,12 @@ Restore of client 'b b' is complete
 
 // ---- answers ----
 
-struct Answer {
-    std::string fault;  // of the request that would create bob
-    std::string told;   // the failure that ends bob; empty when nothing is told
-};
-
 TEST(Gate, AnswersAreToldAsWhatTheyAre) {
     const std::string error = "ExecCliGate::InternalServerError Internal server error: ";
     const std::string gate = "ExecCliGate::GateError Error during CLI Gate interface usage: ";
-    const Answer rows[] = {
+    // The fault of the request that would create bob, and the failure that ends bob; empty when
+    // nothing is told.
+    const std::pair<std::string, std::string> rows[] = {
         {"status 400; body '<cli><failure>no &lt;name&gt;</failure></cli>'",
          "ExecCliGate::BadRequest Bad Request: no <name>\n"},
         {"status 403; body '<cli><failure>who?</failure></cli>'",
@@ -129,21 +126,20 @@ TEST(Gate, AnswersAreToldAsWhatTheyAre) {
         {"status 302; body '<cli><ok/><return>7</return></cli>'", ""},
         {"status 200; body '<cli><failure>no</failure></cli>'", ""},
     };
-    for (const Answer& row : rows) {
-        SCOPED_TRACE(row.fault);
+    for (const auto& [fault, told] : rows) {
+        SCOPED_TRACE(fault);
         Sandbox box;
         box.withGate();
         box.withoutModel();
         box.writeDump(kTwoClients);
-        box.gateFaults("request 2: " + row.fault);
+        box.gateFaults("request 2: " + fault);
         box.deploy();
         // The failed request alone is lost: nothing is run directly in its place.
-        EXPECT_EQ(callsOf(box), (row.told.empty() ? updateOf("bob") : "") + createOf("eve", 1) +
+        EXPECT_EQ(callsOf(box), (told.empty() ? updateOf("bob") : "") + createOf("eve", 1) +
                                     updateOf("eve") + kStatistics);
         const std::string failure = "client bob\n  FailedClientDeployment: bob\n    ";
-        EXPECT_THAT(outcomeOf(box),
-                    StartsWith("success\n" + (row.told.empty() ? "" : failure + row.told)));
-        EXPECT_EQ(codesOf(box).size(), row.told.empty() ? 1U : 2U);
+        EXPECT_THAT(outcomeOf(box), StartsWith("success\n" + (told.empty() ? "" : failure + told)));
+        EXPECT_EQ(codesOf(box).size(), told.empty() ? 1U : 2U);
     }
 }
 
