@@ -37,15 +37,27 @@ int refusal(int directory, const char* path) {
     if (!tree.isOpen()) {
         return errno;
     }
-    const pid_t pid = fork();
-    if (pid == 0) {
-        _exit(closeAround(tree.get(), path));
-    }
-    int status = 0;
-    if (pid < 0 || waitpid(pid, &status, 0) != pid) {
+    Pipe answer;
+    if (!answer.open()) {
         return errno;
     }
-    return WIFEXITED(status) ? WEXITSTATUS(status) : EINTR;
+    const pid_t pid = fork();
+    if (pid < 0) {
+        return errno;
+    }
+    if (pid == 0) {
+        const int error = closeAround(tree.get(), path);
+        _exit(write(answer.writeEnd.get(), &error, sizeof(error)) == sizeof(error) ? 0 : 1);
+    }
+    // Not by the child's status, of which there is none where SIGCHLD is ignored.
+    answer.writeEnd.reset();
+    int error = 0;
+    ssize_t got = 0;
+    while ((got = read(answer.readEnd.get(), &error, sizeof(error))) < 0 && errno == EINTR) {
+    }
+    while (waitpid(pid, nullptr, 0) < 0 && errno == EINTR) {
+    }
+    return got == sizeof(error) ? error : ECHILD;
 }
 
 }  // namespace
