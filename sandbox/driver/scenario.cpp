@@ -72,6 +72,19 @@ std::string wholeCalls(const std::string& brief) {
         update, "domain --update $1" + end);
 }
 
+// The dump with its templates' items as elements.
+std::string withItems(std::string text) {
+    static const std::regex brief("\\$items\\(([^)]*)\\)");
+    static const std::regex item("([^\\s=]+)=(\\S*)");
+    for (std::smatch found; std::regex_search(text, found, brief);) {
+        text = found.prefix().str() +
+               std::regex_replace(found.str(1), item,
+                                  "<template-item name=\"$1\">$2</template-item>") +
+               found.suffix().str();
+    }
+    return text;
+}
+
 // The dump with its archives as elements. An offset makes the archive another object's too.
 std::string wholeDump(const std::string& text) {
     static const std::regex brief(
@@ -176,7 +189,8 @@ void prepare(Sandbox& box, const Case& one) {
         if (title.starts_with("archive "))
             makeArchive(box.sessionDir() + "/" + title.substr(8), text);
     }
-    box.writeDump("<migration-dump>" + wholeDump(one.part("dump")) + "</migration-dump>");
+    box.writeDump("<migration-dump>" + wholeDump(withItems(one.part("dump"))) +
+                  "</migration-dump>");
 }
 
 void expectNoPasswordInArguments(const Sandbox& box) {

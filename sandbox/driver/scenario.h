@@ -19,7 +19,8 @@
 //                behind the name
 //   dump:        what stands below the root. "$cid(TYPE PATH/FILE OFFSET)" is the element of an
 //                archive; path and offset, a part that is referred to, may be missing.
-//                "$content(...)" is one in a content element of its own
+//                "$content(...)" is one in a content element of its own. "$items(KEY=VALUE ...)"
+//                are the items of a template
 //   calls:       the journal, written like that, without the environment that every utility of the
 //                panel gets; a call that lacks it is "bare", or "$suspend DOMAIN" or "$resume
 //                DOMAIN" for the suspend handler. "$create DOMAIN" is the two calls that make a
