@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "commons/errors.h"
 #include "report/debug_log.h"
 #include "report/guard.h"
 #include "report/object_logger.h"
@@ -159,13 +158,10 @@ void ClientDeployer::deployProperties(const XmlNode& node) const {
 
 void ClientDeployer::deployLimits(const XmlNode& node) const {
     CliExec cmd = optionalUpdate(GetClientCliUtil(), name_);
-    try {
+    refuseNonNumbers([&] {
         forEachNode(node, "limits-and-permissions/limit",
                     [&](const XmlNode& limit) { setLimit(cmd, limit); });
-    } catch (const NumberConversionError& error) {
-        // A limit that is no number costs this command and not the run.
-        throw EXC(AssertionFailed) % error.what();
-    }
+    });
     cmd.exec();
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <stdexcept>
 #include <string>
 
@@ -17,5 +18,9 @@ class NumberConversionError : public std::runtime_error {
 // Reads a signed 64-bit decimal number, with no blanks. what: whose value it is, for the failure.
 // Raises NumberConversionError.
 std::int64_t wholeNumber(const std::string& text, const std::string& what);
+
+// Runs work that reads such numbers, where a text that is none costs the object at hand and not the
+// run. Raises AssertionFailed for it, and what else work raises.
+void refuseNonNumbers(const std::function<void()>& work);
 
 }  // namespace zelvo
