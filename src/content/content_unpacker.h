@@ -28,7 +28,8 @@ class ContentUnpacker {
     // names as the archive has them, relative to the destination.
     virtual Paths unpackTar(const Cid& cid, const std::string& destination,
                             const Paths& includes) = 0;
-    // Puts the archive file itself at the destination.
+    // Puts the archive file itself at the destination. A destination that is there and is empty
+    // afterwards is an archive that could not be got in full: why, the debug log tells.
     virtual void extractPart(const Cid& cid, const std::string& destination) = 0;
     // Loads the database dump in an archive into a database.
     virtual void unpackDb(const Cid& cid, const DbServerAccess& server,

@@ -1,6 +1,7 @@
 #include "content/regular_unpacker.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cstring>
 
@@ -32,18 +33,20 @@ std::string archiveOf(const Cid& cid) {
     return archive;
 }
 
-// Runs work whose failures end here. complaint: the last line of the debug log about one.
+// Runs work whose failures end here. complaint: the last line of the debug log about one. Returns
+// whether the work went through.
 template <class Work>
-void tolerated(const std::string& complaint, Work&& work) {
+bool tolerated(const std::string& complaint, Work&& work) {
     try {
         work();
-        return;
+        return true;
     } catch (const ExTraceable& failure) {
         theDebugLog->log(failure);
     } catch (...) {
         // There is nothing to be told of it.
     }
     theDebugLog->log(complaint);
+    return false;
 }
 
 }  // namespace
@@ -75,11 +78,14 @@ ContentUnpacker::Paths RegularUnpacker::unpackTar(const Cid& cid, const std::str
 
 void RegularUnpacker::extractPart(const Cid& cid, const std::string& destination) {
     theDebugLog->log("regularUnpacker:extract '" + cid.str() + "' to '" + destination + "'");
-    tolerated("Cannot copy", [&] {
+    const bool isWhole = tolerated("Cannot copy", [&] {
         tLogExecCmd cp("cp");
         cp << archiveOf(cid) << destination;
         cp.exec();
     });
+    if (!isWhole && truncate(destination.c_str(), 0) != 0) {
+        theDebugLog->log("There is no " + destination);
+    }
 }
 
 void RegularUnpacker::unpackDb(const Cid& cid, const DbServerAccess& server,

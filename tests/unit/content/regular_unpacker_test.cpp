@@ -158,8 +158,10 @@ TEST_F(RegularUnpackerTest, EndsFailuresInside) {
                                     " failed with return code 2.\n"));
     unpacker.extractPart(cid, to + "/copy");
     EXPECT_EQ(contentOf(to + "/copy").size(), 4096U);
-    unpacker.extractPart(cid, to + "/none/copy");
+    cid.files = {"missing.tar"};
+    unpacker.extractPart(cid, to + "/copy");
     EXPECT_EQ(log.lines.back(), "Cannot copy");
+    EXPECT_EQ(contentOf(to + "/copy"), "");
     cid.files.clear();
     EXPECT_THAT(untar(), IsEmpty());
 }
