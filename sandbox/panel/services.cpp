@@ -1,5 +1,5 @@
-// The utilities of the small things that accounts and domains have: certificates, buttons, cron
-// tables, Java applications and the filters of web statistics.
+// The utilities of the small things that accounts and domains have: certificates, skeletons,
+// buttons, cron tables, Java applications and the filters of web statistics.
 #include <fcntl.h>
 #include <sys/stat.h>
 
@@ -70,6 +70,26 @@ Answer renameCertificate(Model& model, const Request& request) {
         throw Refusal("certificate " + quoteWord(name) + " exists already");
     }
     model.setName(certificate, name);
+    return {};
+}
+
+// ---- skeletons -----------------------------------------------------------
+
+bool isTar(const std::string& archive) {
+    constexpr std::size_t kBlock = 512;
+    constexpr std::size_t kMagic = 257;
+    return archive.size() > kBlock && archive.compare(kMagic, 5, "ustar") == 0;
+}
+
+// The owner's next one takes the place of the first; its size is kept.
+Answer installSkeleton(Model& model, const Request& request) {
+    const Object owner = ownerFor(model, request.command.kind, request.name);
+    const std::string& path = request.neededOption("filename");
+    const std::string archive = readSecret(path);
+    if (request.neededOption("force-type") != "tar" || !isTar(archive)) {
+        throw Refusal(quoteWord(path) + " is no archive of that type");
+    }
+    model.setOption(owner, {"skeleton", "archive", std::to_string(archive.size()) + " bytes"});
     return {};
 }
 
@@ -187,6 +207,7 @@ constexpr Command kRows[] = {
      someButtonId, "print-id"},
     {"custombutton", "--remove", Shape::kName, "custombutton", kButtonOwner, removeObject},
     {"crontabmng", "set", Shape::kWords, "", kServer, setCronTable},
+    {"skeleton", "--install", Shape::kName, "skeleton", kOwner, installSkeleton},
     {"tomcat", "--update-service", Shape::kName, "domain", kOwner, updateObject, nullptr,
      "no-restart"},
     {"tomcat", "--install", Shape::kName, "webapp", kEachDomain, installApplication, nullptr,

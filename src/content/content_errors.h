@@ -32,6 +32,8 @@ ERROR_TAG(CantUnpackMailboxContent, "Unable to unpack mailbox content for %1% on
 ERROR_TAG(CantUnpackAttachments, "Unable to unpack mail attachments for %1% on domain %2%");
 ERROR_TAG(CantUnpackSpamassassin, "Unable to unpack spamassassin bases for %1% on domain %2%");
 
+ERROR_TAG(CantUnpackSkeleton, "Unable to unpack skeleton for client %1%");
+
 namespace zelvo {
 inline void IDNConversationError(bool) {}
 }  // namespace zelvo

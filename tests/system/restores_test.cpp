@@ -18,5 +18,7 @@ TEST(Sites, HaveSubdomains) { runCases("sites/subdomains.txt"); }
 TEST(Sites, HaveDirectoriesAndWebUsers) { runCases("sites/directories_and_web_users.txt"); }
 TEST(Sites, ForwardToOthers) { runCases("sites/forwarding.txt"); }
 TEST(SpamFilters, GetTheirSettingsAndLists) { runCases("mail/filters.txt"); }
+TEST(Templates, HoldAllTheirItems) { runCases("templates/items.txt"); }
+TEST(Templates, BelongToAccountsAndTheServer) { runCases("templates/owned.txt"); }
 
 }  // namespace

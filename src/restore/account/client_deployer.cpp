@@ -7,6 +7,8 @@
 #include "report/object_logger.h"
 #include "restore/domain/domain_deployer.h"
 #include "restore/objects/custom_button.h"
+#include "restore/objects/domain_template_deployer.h"
+#include "restore/objects/skeleton.h"
 #include "restore/toolbox/limit_number.h"
 #include "restore/toolbox/option_table.h"
 #include "restore/toolbox/panel_command.h"
@@ -56,7 +58,9 @@ void ClientDeployer::deployClientData(const XmlNode& node) const {
     node.foreach (
         "domains/domain", [this](const XmlNode& domain) { deployDomain(domain); },
         deploy_error_func);
-    reportUnsupported(node, "(content/cid[@type='skeleton'])[1]", "skeleton");
+    if (!DeployActionSummarySkip(action()) && !DeployActionDelete()) {
+        deployEach(node, "(content/cid[@type='skeleton'])[1]", SkeletonDeployer(name_));
+    }
     showProgress();
 }
 
@@ -149,7 +153,7 @@ void ClientDeployer::deployProperties(const XmlNode& node) const {
     if (node.test("traffic")) {
         guarded([&] { loadTraffic("--add-batch-user", name_, node.getNode("traffic")); });
     }
-    reportUnsupported(node, "preferences/domain-template");
+    deployEach(node, "preferences/domain-template", DomainTemplateDeployer(name_));
     deployEach(node, "preferences/custom-button", CustomButtonDeployer(name_));
     if (node.test("properties/wz-reseller")) {
         guarded([&] { deploySiteWizard(node.getNode("properties/wz-reseller")); });

@@ -35,7 +35,8 @@ class ClientDeployer : public XmlDeployDocAbility, public tDeployAction {
     const std::string& name() const { return name_; }
 
   protected:
-    // The account, its domains and its skeleton, with the progress before and after.
+    // The account, its domains and, of an account that is not left alone or removed, its skeleton,
+    // with the progress before and after.
     void deployClientData(const XmlNode& node) const;
 
   private:

@@ -3,6 +3,7 @@
 #include "report/debug_log.h"
 #include "report/error_functions.h"
 #include "report/object_logger.h"
+#include "restore/objects/account_template.h"
 
 namespace zelvo {
 
@@ -13,7 +14,7 @@ void ResellerDeployer::act(XmlNode node) const {
     const ObjectLogger logger(name(), "reseller");
     deployClientData(node);
     if (DeployActionSummaryUpdate(action())) {
-        reportUnsupported(node, "preferences/client-template");
+        deployEach(node, "preferences/client-template", ClientTemplateDeployer(name()));
     }
     node.foreach (
         "clients/client", [this](const XmlNode& client) { deployClient(client); },

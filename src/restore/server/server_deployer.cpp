@@ -5,6 +5,7 @@
 #include "report/debug_log.h"
 #include "report/guard.h"
 #include "restore/server/initial_configuration.h"
+#include "restore/server/server_templates.h"
 #include "restore/toolbox/run_settings.h"
 
 namespace zelvo {
@@ -34,17 +35,16 @@ const Step kSteps[] = {
      Runs::onFirstConfiguration},
     {"interface-preferences/custom-button", nullptr, "Server custom buttons deployment was failed"},
     {"interface-preferences/controls-visibility", nullptr, "Server controls visibility was failed"},
-    {"account-templates/domain-template", nullptr, "Server domain templates deployment was failed"},
-    {"account-templates/client-template", nullptr, "Server client templates deployment was failed"},
-    {"account-templates/reseller-template", nullptr,
-     "Server reseller templates deployment was failed"},
+    {"account-templates/domain-template", deployServerDomainTemplates},
+    {"account-templates/client-template", deployServerClientTemplates},
+    {"account-templates/reseller-template", deployServerResellerTemplates},
     {"application-vault", nullptr, "Server application vault deployment was failed"},
     {"spamassassin | grey-listing", nullptr, "Spamassassin server settings deployment was failed"},
     {"server-preferences/* | backup-settings"},
     {"sso-settings/sso-branding/record"},
     {"wz-config/wz-param"},
     {"(properties/system-ip)[1]", nullptr, "", Runs::onFirstConfiguration},
-    {"content/cid[@type='skeleton']"},
+    {"content/cid[@type='skeleton']", deployServerSkeletons},
     {"virusfilter"},
 };
 

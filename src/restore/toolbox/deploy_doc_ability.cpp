@@ -4,6 +4,7 @@
 #include "report/guard.h"
 #include "restore/toolbox/option_table.h"
 #include "restore/toolbox/panel_command.h"
+#include "restore/toolbox/walk.h"
 
 namespace zelvo {
 
@@ -77,9 +78,12 @@ void tDeployDocAbility::tryInstallSkin(const XmlNode& node, const std::string& u
     }
 }
 
-void deployEach(const XmlNode& node, const std::string& expr, const XmlDeployDocAbility& deployer) {
-    node.foreach (
-        expr, [&deployer](const XmlNode& found) { deployer.act(found); }, deploy_error_func);
+bool deployEach(const XmlNode& node, const std::string& expr, const XmlDeployDocAbility& deployer) {
+    bool wentThrough = true;
+    forEachNode(node, expr, [&](const XmlNode& found) {
+        wentThrough = guarded([&] { deployer.act(found); }) && wentThrough;
+    });
+    return wentThrough;
 }
 
 void addPermission(CmdLine& cmd, const XmlNode& permission) {

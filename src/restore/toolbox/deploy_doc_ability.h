@@ -109,8 +109,8 @@ class XmlDeployDocAbility : public tXmlOperator, public virtual tDeployDocAbilit
 };
 
 // Has the deployer act on each node that the expression finds below the element, in document order.
-// The failure of one is told, and the next one follows.
-void deployEach(const XmlNode& node, const std::string& expr, const XmlDeployDocAbility& deployer);
+// The failure of one is told, and the next one follows. Returns whether all went through.
+bool deployEach(const XmlNode& node, const std::string& expr, const XmlDeployDocAbility& deployer);
 
 // "-NAME false" when a `permission` element's @value is "false", otherwise "-NAME true".
 void addPermission(CmdLine& cmd, const XmlNode& permission);

@@ -45,6 +45,10 @@ std::optional<std::string> trueOrFalse(const XmlNode& node, const char* item) {
     return node.str(item) == "true" ? "true" : "false";
 }
 
+std::optional<std::string> trueOrFalseIfThere(const XmlNode& node, const char* item) {
+    return node.test(item) ? trueOrFalse(node, item) : std::nullopt;
+}
+
 std::optional<std::string> falseOrTrue(const XmlNode& node, const char* item) {
     return node.str(item) == "false" ? "false" : "true";
 }

@@ -30,6 +30,8 @@ std::optional<std::string> joined(const XmlNode& node, const char* item);
 
 // "true" if the item is exactly "true", and "false" otherwise.
 std::optional<std::string> trueOrFalse(const XmlNode& node, const char* item);
+// The same if the item is there.
+std::optional<std::string> trueOrFalseIfThere(const XmlNode& node, const char* item);
 // "false" if the item is exactly "false", and "true" otherwise.
 std::optional<std::string> falseOrTrue(const XmlNode& node, const char* item);
 // "true" if the expression holds: the element has the item, or the comparison is true.
