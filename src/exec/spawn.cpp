@@ -31,12 +31,10 @@ long kernelSigaction(int number, const KernelAction* action, KernelAction* befor
 
 // ---- In the child: from here to the next rule nothing may allocate, lock, throw or return.
 
-// Tells the parent why the child is no program and ends it.
-[[noreturn]] void giveUp(int outcome, SpawnStep step, int error) {
-    const SpawnFailure failure{step, error};
-    // Smaller than PIPE_BUF, so it is written whole or not at all.
-    while (write(outcome, &failure, sizeof(failure)) < 0 && errno == EINTR) {
-    }
+// Leaves word for the parent, whose memory this is, why the child is no program, and ends it.
+[[noreturn]] void giveUp(SpawnPlan& plan, SpawnStep step, int error) {
+    plan.failedStep = step;
+    plan.error = error;
     _exit(1);
 }
 
@@ -108,7 +106,7 @@ int execProgram(SpawnPlan& plan) {
     return isDenied ? EACCES : error;
 }
 
-[[noreturn]] void runChild(SpawnPlan& plan, int outcome) {
+[[noreturn]] void runChild(SpawnPlan& plan) {
     resetSignals(plan.signals);
     for (int target = STDIN_FILENO; target <= STDERR_FILENO; ++target) {
         int source = plan.streams[static_cast<std::size_t>(target)];
@@ -116,22 +114,22 @@ int execProgram(SpawnPlan& plan) {
             source = open(_PATH_DEVNULL, O_RDWR);
         }
         if (source == -1) {
-            giveUp(outcome, SpawnStep::kStreams, errno);
+            giveUp(plan, SpawnStep::kStreams, errno);
         }
         moveDescriptor(source, target);
     }
     closeInherited();
     const int fenceError = plan.fence != nullptr ? plan.fence->close() : 0;
     if (fenceError != 0) {
-        giveUp(outcome, SpawnStep::kFence, fenceError);
+        giveUp(plan, SpawnStep::kFence, fenceError);
     }
     if (plan.uid != kKeepUser && setUserId(plan.uid) != 0) {
-        giveUp(outcome, SpawnStep::kSetuid, errno);
+        giveUp(plan, SpawnStep::kSetuid, errno);
     }
     if (plan.environment.error() != 0) {
-        giveUp(outcome, SpawnStep::kSetenv, plan.environment.error());
+        giveUp(plan, SpawnStep::kSetenv, plan.environment.error());
     }
-    giveUp(outcome, SpawnStep::kExec, execProgram(plan));
+    giveUp(plan, SpawnStep::kExec, execProgram(plan));
 }
 
 // ---- In the parent.
@@ -153,13 +151,14 @@ class SignalBlock {
 };
 
 // In a function of its own, because the child runs on this frame until it is a program: nothing
-// here changes between the two returns of vfork but errno, which is shared too.
-[[gnu::noinline]] pid_t vforkChild(SpawnPlan& plan, int outcome) {
+// here changes between the two returns of vfork but errno, which is shared too, and what the plan
+// tells of a failure.
+[[gnu::noinline]] pid_t vforkChild(SpawnPlan& plan) {
     const SignalBlock block;
     const int savedErrno = errno;
     const pid_t pid = vfork();  // NOLINT(clang-analyzer-security.insecureAPI.vfork)
     if (pid == 0) {
-        runChild(plan, outcome);  // NOLINT(clang-analyzer-unix.Vfork)
+        runChild(plan);  // NOLINT(clang-analyzer-unix.Vfork)
     }
     if (pid > 0) {
         errno = savedErrno;
@@ -196,19 +195,6 @@ const std::vector<int>& changedSignals() {
     return changed;
 }
 
-// Waits until every end of the outcome that the child holds is closed, which its exec does.
-std::optional<SpawnFailure> readFailure(int outcome) {
-    SpawnFailure failure{};
-    ssize_t got = 0;
-    do {
-        got = read(outcome, &failure, sizeof(failure));
-    } while (got < 0 && errno == EINTR);
-    if (got == static_cast<ssize_t>(sizeof(failure))) {
-        return failure;
-    }
-    return std::nullopt;
-}
-
 }  // namespace
 
 SpawnPlan::SpawnPlan(const std::array<int, 3>& childStreams, const std::string& utility,
@@ -224,16 +210,14 @@ SpawnPlan::SpawnPlan(const std::array<int, 3>& childStreams, const std::string& 
       shellArgv(makeShellArgv(args)) {}
 
 StartedChild startChild(SpawnPlan& plan) {
-    Pipe outcome;
-    if (!outcome.open()) {
-        throwSystemError("forkExecvPipes: fork() failed");
-    }
-    const pid_t pid = vforkChild(plan, outcome.writeEnd.get());
+    const pid_t pid = vforkChild(plan);
     if (pid < 0) {
         throwSystemError("forkExecvPipes: fork() failed");
     }
-    outcome.writeEnd.reset();
-    return {pid, readFailure(outcome.readEnd.get())};
+    if (plan.error == 0) {
+        return {pid, std::nullopt};
+    }
+    return {pid, SpawnFailure{plan.failedStep, plan.error}};
 }
 
 }  // namespace zelvo

@@ -16,6 +16,16 @@
 
 namespace zelvo {
 
+// The step that kept a child from becoming its program.
+enum class SpawnStep { kStreams, kFence, kSetuid, kSetenv, kExec };
+
+// Why a child did not become its program.
+struct SpawnFailure {
+    SpawnStep step;
+    // The error number.
+    int error;
+};
+
 // All that a child needs to become its program, made ready beforehand, since the child runs in its
 // parent's memory and must neither allocate nor take a lock.
 class SpawnPlan {
@@ -36,16 +46,11 @@ class SpawnPlan {
     // The arguments for a program without a header that the kernel knows, which the shell runs: the
     // shell, a place for the program's path, the arguments behind the first.
     std::vector<char*> shellArgv;
-};
-
-// The step that kept a child from becoming its program.
-enum class SpawnStep { kStreams, kFence, kSetuid, kSetenv, kExec };
-
-// Why a child did not become its program.
-struct SpawnFailure {
-    SpawnStep step;
-    // The error number.
-    int error;
+    // Set by the child, in its parent's memory, when it gives up: the step, and the error number
+    // that is 0 until then. The parent goes on only when the child has become its program or ended.
+    // Volatile, as a compiler does not see that a function that never returns can leave anything.
+    volatile SpawnStep failedStep = SpawnStep::kExec;
+    volatile int error = 0;
 };
 
 // A child that was started. One with a failure ends with status 1 and has to be waited for too.
@@ -56,7 +61,7 @@ struct StartedChild {
 
 // Starts a child with the default disposition of every signal, an empty signal mask and no other
 // descriptors than its streams; returns when it has become its program or given up. Raises
-// SystemError with "forkExecvPipes: fork() failed" (POSIX vfork, pipe).
+// SystemError with "forkExecvPipes: fork() failed" (POSIX vfork).
 StartedChild startChild(SpawnPlan& plan);
 
 }  // namespace zelvo
