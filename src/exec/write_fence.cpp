@@ -21,10 +21,10 @@ int cloneTree(int directory) {
 int closeAround(int tree, const char* path) noexcept {
     mount_attr readOnly{};
     readOnly.attr_set = MOUNT_ATTR_RDONLY;
-    // Private first, or what is mounted here would be so on the machine.
+    // Or what is mounted here would be so on the machine.
+    readOnly.propagation = MS_PRIVATE;
     const bool isClosed =
         unshare(CLONE_NEWNS) == 0 &&
-        mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
         mount_setattr(AT_FDCWD, "/", AT_RECURSIVE, &readOnly, sizeof(readOnly)) == 0 &&
         move_mount(tree, "", AT_FDCWD, path, MOVE_MOUNT_F_EMPTY_PATH | MOVE_MOUNT_T_SYMLINKS) == 0;
     return isClosed ? 0 : errno;
