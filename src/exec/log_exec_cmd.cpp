@@ -6,7 +6,7 @@ namespace zelvo {
 
 int tLogExecCmd::exec() {
     for (const auto& [name, value] : env) {
-        theDebugLog->log(boost::format("ENV[%1%]=%2%") % name % value);
+        theDebugLog->log("ENV[" + name + "]=" + value);
     }
     theDebugLog->log("Executing utility: " + getString());
     ExecCmd::exec();
