@@ -1,8 +1,12 @@
 #include "exec/write_fence.h"
 
 #include <fcntl.h>
+#include <linux/capability.h>
+#include <linux/landlock.h>
 #include <sched.h>
 #include <sys/mount.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -18,7 +22,40 @@ int cloneTree(int directory) {
                      AT_EMPTY_PATH | AT_RECURSIVE | OPEN_TREE_CLONE | OPEN_TREE_CLOEXEC);
 }
 
-int closeAround(int tree, const char* path) noexcept {
+// Rules that forbid nothing themselves: moving and linking between directories would be forbidden
+// by being left out. What counts is that a process under rules may not look into one that is not.
+Descriptor makeDomainRules() {
+    landlock_ruleset_attr handled{};
+    handled.handled_access_fs = LANDLOCK_ACCESS_FS_REFER;
+    Descriptor rules(
+        static_cast<int>(syscall(SYS_landlock_create_ruleset, &handled, sizeof(handled), 0U)));
+    const Descriptor root(open("/", O_PATH | O_CLOEXEC));
+    landlock_path_beneath_attr everywhere{};
+    everywhere.allowed_access = LANDLOCK_ACCESS_FS_REFER;
+    everywhere.parent_fd = root.get();
+    if (syscall(SYS_landlock_add_rule, rules.get(), LANDLOCK_RULE_PATH_BENEATH, &everywhere, 0U) !=
+        0) {
+        rules.reset();
+    }
+    return rules;
+}
+
+// Empty where the system has none (a kernel before 5.19, or one started without).
+const Descriptor& domainRules() {
+    static const Descriptor rules = makeDomainRules();
+    return rules;
+}
+
+// Keeps the program to come from leaving its view through the root, the directory or a descriptor
+// of another process, to which links in /proc lead whatever is mounted: the machine there can be
+// written to. Without the capability it does not see into processes that have more of them than it
+// has; with the rules, where there are any, into none at all. Returns false with errno set.
+bool closeOtherProcesses(int rules) noexcept {
+    return prctl(PR_CAPBSET_DROP, CAP_SYS_PTRACE, 0, 0, 0) == 0 &&
+           (rules < 0 || syscall(SYS_landlock_restrict_self, rules, 0U) == 0);
+}
+
+int closeAround(int tree, const char* path, int rules) noexcept {
     mount_attr readOnly{};
     readOnly.attr_set = MOUNT_ATTR_RDONLY;
     // Or what is mounted here would be so on the machine.
@@ -26,7 +63,9 @@ int closeAround(int tree, const char* path) noexcept {
     const bool isClosed =
         unshare(CLONE_NEWNS) == 0 &&
         mount_setattr(AT_FDCWD, "/", AT_RECURSIVE, &readOnly, sizeof(readOnly)) == 0 &&
-        move_mount(tree, "", AT_FDCWD, path, MOVE_MOUNT_F_EMPTY_PATH | MOVE_MOUNT_T_SYMLINKS) == 0;
+        move_mount(tree, "", AT_FDCWD, path, MOVE_MOUNT_F_EMPTY_PATH | MOVE_MOUNT_T_SYMLINKS) ==
+            0 &&
+        closeOtherProcesses(rules);
     return isClosed ? 0 : errno;
 }
 
@@ -37,6 +76,7 @@ int refusal(int directory, const char* path) {
     if (!tree.isOpen()) {
         return errno;
     }
+    const int rules = domainRules().get();
     Pipe answer;
     if (!answer.open()) {
         return errno;
@@ -46,7 +86,7 @@ int refusal(int directory, const char* path) {
         return errno;
     }
     if (pid == 0) {
-        const int error = closeAround(tree.get(), path);
+        const int error = closeAround(tree.get(), path, rules);
         _exit(write(answer.writeEnd.get(), &error, sizeof(error)) == sizeof(error) ? 0 : 1);
     }
     // Not by the child's status, of which there is none where SIGCHLD is ignored.
@@ -62,7 +102,8 @@ int refusal(int directory, const char* path) {
 
 }  // namespace
 
-WriteFence::WriteFence(int directory, std::string path) : path_(std::move(path)) {
+WriteFence::WriteFence(int directory, std::string path)
+    : rules_(domainRules().get()), path_(std::move(path)) {
     static const int refused = refusal(directory, path_.c_str());
     error_ = refused;
     if (error_ == 0) {
@@ -71,6 +112,6 @@ WriteFence::WriteFence(int directory, std::string path) : path_(std::move(path))
     }
 }
 
-int WriteFence::close() const noexcept { return closeAround(tree_.get(), path_.c_str()); }
+int WriteFence::close() const noexcept { return closeAround(tree_.get(), path_.c_str(), rules_); }
 
 }  // namespace zelvo

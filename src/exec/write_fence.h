@@ -29,6 +29,8 @@ class WriteFence {
   private:
     Descriptor tree_;
     int error_ = 0;
+    // The process's own, or -1.
+    int rules_;
     std::string path_;
 };
 

@@ -1,5 +1,10 @@
 #include "content/regular_unpacker.h"
 
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <cstdlib>
 #include <optional>
 
@@ -143,6 +148,32 @@ TEST_F(RegularUnpackerTest, KeepsHostileArchivesInTheirDestination) {
         }
     }
     EXPECT_FALSE(std::filesystem::exists("/evil"));
+}
+
+// Catches a fence that a link left by a customer leads out of: to a directory, or to the machine as
+// a process outside sees it, be it one with as many rights as tar or with fewer.
+TEST_F(RegularUnpackerTest, StaysBehindItsFenceWhereverLinksLead) {
+    const pid_t weak = fork();
+    if (weak == 0) {
+        for (unsigned long right = 0; prctl(PR_CAPBSET_DROP, right, 0, 0, 0) == 0; ++right) {
+        }
+        execlp("sleep", "sleep", "60", nullptr);
+        _exit(1);
+    }
+    writeArchive(tarOf({{"l/evil"}, {"l/session/", '5'}}));
+    const std::string outside = dir.path("");
+    const std::string before = attributesOf(dir.path("session"));
+    for (const std::string& root : {std::string(), "/proc/" + std::to_string(getpid()) + "/root",
+                                    "/proc/" + std::to_string(weak) + "/root"}) {
+        SCOPED_TRACE(root);
+        std::filesystem::create_symlink(root + outside, to + "/l");
+        untar();
+        EXPECT_FALSE(std::filesystem::exists(outside + "/evil"));
+        EXPECT_EQ(attributesOf(dir.path("session")), before);
+        std::filesystem::remove(to + "/l");
+    }
+    kill(weak, SIGKILL);
+    waitpid(weak, nullptr, 0);
 }
 
 // Catches a failure that leaves the unpacker, or that is told by less than an empty list.
