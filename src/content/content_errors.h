@@ -4,6 +4,7 @@
 #include "commons/exception.h"
 
 ERROR_TAG(CantCreateDirectory, "Can not create directory %1%: %2%");
+ERROR_TAG(CantMoveContent, "Can not move %1% to %2%: %3%");
 ERROR_TAG(CantStatFile, "Cannot stat %1%: %2%");
 ERROR_TAG(UnsafeName, "'%1%' can not be the name of %2%: %3%");
 ERROR_TAG(UnsuitableOwner, "'%1%' can not be the owner of content: %2%");

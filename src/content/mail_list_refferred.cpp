@@ -5,6 +5,7 @@
 #include "content/content_errors.h"
 #include "content/content_failure.h"
 #include "content/destination.h"
+#include "content/mail_list_archive.h"
 
 namespace zelvo {
 
@@ -38,8 +39,16 @@ void DomainMailListRefferred::extractPart(ContentUnpacker& unpacker, const Reffe
     const Mailbox_Refferred& list = listOf(cid);
     const std::string& name = requireMailPart(list.mailName, "a mail list");
     requireUnpackedBelow(getListArchivesDir(), getListMboxDir(name), list.offset);
-    requireUnpacked(unpacker.extractMailManContent(list, domainName_, name, list.offset));
+    if (!isUnpackedBesideOthers(name, list.offset)) {
+        requireUnpacked(unpacker.extractMailManContent(list, domainName_, name, list.offset));
+        return list.updateMailList(domainName_);
+    }
+    const std::string other = unpackListArchive(unpacker, list, name, list.offset);
     list.updateMailList(domainName_);
+    if (!other.empty()) {
+        throw EXC(UnsafeName) % other % ("a directory of the mail list " + name) %
+            "it is no directory of its own";
+    }
 }
 
 void DomainMailListRefferred::finishPart(ContentUnpacker& /*unpacker*/, const RefferredCid& cid) {
