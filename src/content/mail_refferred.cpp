@@ -70,7 +70,8 @@ void DomainMailRefferred::addMailName(const XmlNode& mailbox, const std::string&
 
 void DomainMailRefferred::addMailNameResponder(const XmlNode& autoresponders,
                                                const std::string& mailName) {
-    addPart(autoresponders, Kind::kAttachments, mailName);
+    const RefferredCid* content = addPart(autoresponders, Kind::kAttachments, mailName);
+    attachments_[mailName].content = content;
 }
 
 void DomainMailRefferred::addMailNameSpamassasin(const XmlNode& spamassassin,
@@ -78,9 +79,13 @@ void DomainMailRefferred::addMailNameSpamassasin(const XmlNode& spamassassin,
     addPart(spamassassin, Kind::kSpamData, mailName);
 }
 
-void DomainMailRefferred::addPart(const XmlNode& node, Kind kind, const std::string& mailName) {
+const RefferredCid* DomainMailRefferred::addPart(const XmlNode& node, Kind kind,
+                                                 const std::string& mailName) {
     attachments_.try_emplace(mailName);
-    addToExtract(std::make_unique<Mailbox_Refferred>(node, kind, mailName));
+    auto part = std::make_unique<Mailbox_Refferred>(node, kind, mailName);
+    const RefferredCid* const kept = part->type.empty() ? nullptr : part.get();
+    addToExtract(std::move(part));
+    return kept;
 }
 
 void DomainMailRefferred::addMailNameResponderAttach(const std::string& mailName,
@@ -107,7 +112,7 @@ bool DomainMailRefferred::attach(const std::string& mailName, const std::string&
         return false;
     }
     for (const std::string& file : attaches) {
-        known->second.push_back({responder, file});
+        known->second.all.push_back({known->second.content, responder, file});
     }
     theDebugLog->log("Add responder '" + responder + "' attach for mailname " + mailName);
     return true;
@@ -193,7 +198,7 @@ void DomainMailRefferred::takeAttachmentsOfWhole(ContentUnpacker& unpacker,
                                                  const Mailbox_Refferred& part) {
     requireMailPart(domainName_, "a domain");
     requireMailPart(part.mailName, "a mail name");
-    if (!hasAttachments(part.mailName)) {
+    if (!hasAttachments(part)) {
         return;
     }
     if (attachmentsOfWhole_ == nullptr) {
@@ -221,10 +226,10 @@ void DomainMailRefferred::extractAttachmentsOfWhole(ContentUnpacker& unpacker,
                                    accounts::kPanel, 0));
 }
 
-bool DomainMailRefferred::hasAttachments(const std::string& mailName) const {
-    const std::vector<Attachment>& all = attachments_.at(mailName);
+bool DomainMailRefferred::hasAttachments(const Mailbox_Refferred& part) const {
+    const std::vector<Attachment>& all = attachments_.at(part.mailName).all;
     return std::any_of(all.begin(), all.end(),
-                       [](const Attachment& one) { return !one.responder.empty(); });
+                       [&part](const Attachment& one) { return one.isIn(part); });
 }
 
 void DomainMailRefferred::extractSpamData(ContentUnpacker& unpacker,
@@ -242,8 +247,8 @@ void DomainMailRefferred::restoreResponderAttaches(const Mailbox_Refferred& part
                                                    const std::string& place) const {
     theDebugLog->log("Create autoresponders attaches files of " + part.mailName + "@" +
                      domainName_ + "(" + part.str() + ")");
-    for (const Attachment& attachment : attachments_.at(part.mailName)) {
-        if (!attachment.responder.empty()) {
+    for (const Attachment& attachment : attachments_.at(part.mailName).all) {
+        if (attachment.isIn(part)) {
             const Failure failure = failureOf(part);
             contentGuarded(*failure, [&] {
                 takeAttachment(part.mailName, attachment.responder,

@@ -46,12 +46,26 @@ class DomainMailRefferred : public RefferredCidCollection {
 
   private:
     struct Attachment {
+        // The content that holds it; null where its element has none: then any that there is.
+        const RefferredCid* content;
         // Empty for none.
         std::string responder;
         std::string file;
+
+        // Whether an answer takes it from this part.
+        bool isIn(const Mailbox_Refferred& part) const {
+            return !responder.empty() && (content == nullptr || content == &part);
+        }
+    };
+    struct Attachments {
+        // Of the element of automatic answers that was met last.
+        const RefferredCid* content = nullptr;
+        std::vector<Attachment> all;
     };
 
-    void addPart(const XmlNode& node, Mailbox_Refferred::Kind kind, const std::string& mailName);
+    // Returns the part, or null when the dump does not have it.
+    const RefferredCid* addPart(const XmlNode& node, Mailbox_Refferred::Kind kind,
+                                const std::string& mailName);
     // Returns whether the mail name is known.
     bool attach(const std::string& mailName, const std::string& responder, const Files& attaches);
 
@@ -63,7 +77,7 @@ class DomainMailRefferred : public RefferredCidCollection {
     // an unpacker may give all of an archive for the smallest part of it.
     void takeAttachmentsOfWhole(ContentUnpacker& unpacker, const Mailbox_Refferred& part);
     void extractAttachmentsOfWhole(ContentUnpacker& unpacker, const Mailbox_Refferred& part);
-    bool hasAttachments(const std::string& mailName) const;
+    bool hasAttachments(const Mailbox_Refferred& part) const;
     void extractSpamData(ContentUnpacker& unpacker, const Mailbox_Refferred& part) const;
     // Has the panel take the attachments of each answer. A failure costs the one attachment and is
     // told. directory: where the attachments have to be. place: the part's place in it.
@@ -73,7 +87,7 @@ class DomainMailRefferred : public RefferredCidCollection {
                         const std::string& path) const;
 
     std::string domainName_;
-    std::map<std::string, std::vector<Attachment>> attachments_;
+    std::map<std::string, Attachments> attachments_;
     // The attachments in the whole archive, once the first of them was asked for.
     std::unique_ptr<UnpackDirectory> attachmentsOfWhole_;
 };
