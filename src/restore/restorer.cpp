@@ -64,9 +64,7 @@ void ZelvoDumpRestorer::deployDomain(const XmlNode& node) {
     tDomainDeployer::deploy(ownerOf(node), node);
 }
 
-void ZelvoDumpRestorer::deployMailname(const XmlNode& node) {
-    deployMailUsers(node, ".", ownerOf(node));
-}
+void ZelvoDumpRestorer::deployMailname(const XmlNode& node) { deployMailName(node, ownerOf(node)); }
 
 void ZelvoDumpRestorer::deployDatabase(const XmlNode& node) {
     RestoredDatabases restored;

@@ -7,15 +7,18 @@
 #include "content/mail_refferred.h"
 #include "content/unpacked_file.h"
 #include "report/guard.h"
+#include "report/object_logger.h"
 #include "restore/domain/domain_deployer.h"
 #include "restore/domain/mail_user.h"
 #include "restore/toolbox/panel_command.h"
 
 namespace zelvo {
 
-void deployMailUsers(const XmlNode& node, const std::string& users, const std::string& domainName) {
+void deployMailName(const XmlNode& node, const std::string& domainName) {
     DomainMailRefferred content(node, true, domainName);
-    deployEach(node, users, tMailuserDeployer(domainName, content));
+    deployEach(node, ".", tMailuserDeployer(domainName, content));
+    // The failure of a whole archive does not say whose it is.
+    const ObjectLogger logger(domainName, "domain");
     content.Extract(*tDeployDocAbility::extractor);
 }
 
@@ -28,7 +31,9 @@ void tCatchAllDeployer::act(XmlNode node) const {
 }
 
 void tDomainDeployer::deployMailSystem(const XmlNode& mailsystem) const {
-    deployMailUsers(mailsystem, "mailusers/mailuser", domain_.name);
+    DomainMailRefferred content(mailsystem, true, domain_.name);
+    deployEach(mailsystem, "mailusers/mailuser", tMailuserDeployer(domain_.name, content));
+    content.Extract(*extractor);
     if (!writesSettings()) {
         return;
     }

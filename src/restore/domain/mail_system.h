@@ -7,11 +7,11 @@
 
 namespace zelvo {
 
-// Restores mail users, and their content once all of them are there. node: the element that may
-// have the whole archive of their content. users: the expression that finds them below it.
-// domainName: in UTF-8. The failure of one mail user, or of a content, is told; raises what
+// Restores a mail user of a domain that is restored by itself, and then its content. node: the mail
+// user's element, which may have the whole archive of its content as well. domainName: in UTF-8.
+// Failures are told, those of the content as the domain's; raises what
 // RefferredCidCollection::Extract raises, and NumberConversionError.
-void deployMailUsers(const XmlNode& node, const std::string& users, const std::string& domainName);
+void deployMailName(const XmlNode& node, const std::string& domainName);
 
 // Restores one `catch-all` element: where mail to unknown users of the domain goes.
 class tCatchAllDeployer : public XmlDeployDocAbility {
