@@ -71,8 +71,6 @@ int Version::setVersionReleaseData(const char* text) {
     }
     const char* const dash = strrchr(text, '-');
     if (dash == nullptr) {
-        releaseText_.clear();
-        releaseItems_.clear();
         return setVersionData(text);
     }
     const int version = setVersionData(std::string(text, dash).c_str());
@@ -85,7 +83,7 @@ const char* Version::getVersionItem(std::size_t n) const { return itemOf(version
 const char* Version::getReleaseItem(std::size_t n) const { return itemOf(releaseItems_, n); }
 
 void Version::displayVersion(FILE* file) const {
-    if (!hasEpoch_ && versionItems_.empty() && releaseItems_.empty()) {
+    if (versionText_.empty() && releaseText_.empty()) {
         fputs("[ --- empty version data --- ]", file);
         return;
     }

@@ -22,8 +22,8 @@ class Version {
     int setVersionData(const char* text);
     // The release.
     int setReleaseData(const char* text);
-    // Both, split at the last "-"; a text without "-" has no release. A part that is empty counts
-    // as an empty text of its own.
+    // Both, split at the last "-". A part that is empty counts as an empty text of its own, and a
+    // text without "-" is the version alone: a release that was there stays.
     int setVersionReleaseData(const char* text);
 
     bool isEqual(const Version& other) const { return compareAll(other) == 0; }

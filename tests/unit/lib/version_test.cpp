@@ -127,14 +127,15 @@ TEST(Version, KeepsWhatItHasForAnEmptyText) {
     EXPECT_EQ(version.setVersionReleaseData("2-"), -1);
     EXPECT_TRUE(version.isEqual(versionOf("2-5")));
     EXPECT_EQ(version.setVersionReleaseData("3"), 0);
-    EXPECT_TRUE(version.isEqual(versionOf("3"))) << "an old release stays";
+    EXPECT_TRUE(version.isEqual(versionOf("3-5")));
     version.setVersionData("2:3");
     EXPECT_EQ(version.setVersionData("3"), 0);
-    EXPECT_TRUE(version.isEqual(versionOf("3"))) << "an old epoch stays";
+    EXPECT_TRUE(version.isEqual(versionOf("3-5"))) << "an old epoch stays";
 }
 
 TEST(Version, IsPrinted) {
     EXPECT_EQ(display(Version()), "[ --- empty version data --- ]");
+    EXPECT_EQ(display(versionOf(".")), "");
     EXPECT_EQ(display(versionOf("2:1.rc3-05")), "[2] : [1] \"rc\" [3]  [ --- ] \"05\" ");
     std::ostringstream stream;
     stream << versionOf("2:1.rc3-05") << " " << versionOf("1");
