@@ -2,9 +2,9 @@
 
 #include <utility>
 
-#include "lib/base64.h"
 #include "report/error_functions.h"
 #include "report/termination_lines.h"
+#include "restore/toolbox/encoded_text.h"
 #include "restore/toolbox/option_name.h"
 #include "restore/toolbox/panel_command.h"
 #include "restore/toolbox/walk.h"
@@ -24,7 +24,8 @@ void appendAttribute(CmdLine& cmd, const XmlNode& attribute) {
     const std::string option =
         "-" + requireOptionName(attribute.str("name()"), "an attribute",
                                 {"c", "d", "u", "owner-email", "type", "members"});
-    cmd << option << base64_decode(attribute.str("."));
+    const std::string value = textOfBase64(attribute.str("."), "'" + option + "'");
+    cmd << option << value;
 }
 
 }  // namespace

@@ -3,10 +3,10 @@
 #include <optional>
 #include <utility>
 
-#include "lib/base64.h"
 #include "report/object_logger.h"
 #include "report/termination_lines.h"
 #include "restore/toolbox/deploy_action.h"
+#include "restore/toolbox/encoded_text.h"
 #include "restore/toolbox/option_table.h"
 #include "restore/toolbox/panel_command.h"
 #include "restore/toolbox/walk.h"
@@ -20,7 +20,7 @@ std::optional<std::string> holds(const XmlNode& node, const char* expr) {
 }
 
 std::optional<std::string> fromBase64(const XmlNode& node, const char* item) {
-    return node.test(item) ? std::optional(base64_decode(node.str(item))) : std::nullopt;
+    return node.test(item) ? std::optional(textOfBase64(node.str(item), item)) : std::nullopt;
 }
 
 // Plain text, which is anything else, needs no word.

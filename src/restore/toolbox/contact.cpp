@@ -55,7 +55,8 @@ bool tDeployDocAbility::setCountry(CmdLine& cmd, const XmlNode& node) {
 }
 
 bool tDeployDocAbility::setPinfo(CmdLine& cmd, const XmlNode& node) {
-    cmd << "-" + node.str("@name") << encodedText(node);
+    const std::string value = encodedText(node);
+    cmd << "-" + node.str("@name") << value;
     return true;
 }
 

@@ -7,7 +7,12 @@
 
 namespace zelvo {
 
-// The text of an element such as `pinfo`, decoded where its @encoded is "true".
+// The text that base64 stands for. Raises UnsafeText for one with a NUL: utilities get their texts
+// as arguments and variables, which end there. what: whose text it is, for the message.
+std::string textOfBase64(const std::string& base64, const std::string& what);
+
+// The text of an element such as `pinfo`, decoded where its @encoded is "true". Raises
+// UnsafeText.
 std::string encodedText(const XmlNode& element);
 
 }  // namespace zelvo

@@ -7,8 +7,8 @@
 
 #include "commons/errors.h"
 #include "commons/system_error.h"
-#include "lib/base64.h"
 #include "report/debug_log.h"
+#include "restore/toolbox/encoded_text.h"
 
 namespace zelvo {
 
@@ -52,7 +52,7 @@ passwd::passwd(const XmlNode& node) {
 
 std::string passwordText(const XmlNode& element) {
     const std::string text = element.str(".");
-    return element.test("@encoding = 'base64'") ? base64_decode(text) : text;
+    return element.test("@encoding = 'base64'") ? textOfBase64(text, "a password") : text;
 }
 
 passwd ensureNoEmptyPassword(passwd password, const std::string& what) {

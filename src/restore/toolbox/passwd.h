@@ -24,7 +24,8 @@ struct passwd {
     explicit passwd(const XmlNode& node);
 };
 
-// The text of an element that holds a password, decoded when its @encoding is "base64".
+// The text of an element that holds a password, decoded when its @encoding is "base64". Raises
+// UnsafeText.
 std::string passwordText(const XmlNode& element);
 
 // Replaces a PLAIN empty password by a random one, with a line in the debug log. what: whose
