@@ -23,6 +23,21 @@ std::string relativePath(const std::string& directory, const std::string& path) 
     return start == std::string::npos ? "." : path.substr(start);
 }
 
+// Returns whether it is as new as that.
+bool removeIfNew(const std::string& directory, const std::filesystem::path& path,
+                 const timespec& since) {
+    const Descriptor parent = openDirectoryBeneath(directory, path.parent_path());
+    const std::string name = path.filename();
+    struct stat status {};
+    if (fstatat(parent.get(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0 ||
+        std::tie(status.st_ctim.tv_sec, status.st_ctim.tv_nsec) <
+            std::tie(since.tv_sec, since.tv_nsec)) {
+        return false;
+    }
+    std::ignore = unlinkat(parent.get(), name.c_str(), 0);
+    return true;
+}
+
 }  // namespace
 
 Descriptor openBeneath(const std::string& directory, const std::string& path) {
@@ -84,6 +99,22 @@ void refuseLinks(const std::string& path) {
          entry.increment(error)) {
         check(entry->path(), entry->symlink_status(error));
     }
+}
+
+std::string removeIrregular(const std::string& directory, const timespec& since) {
+    namespace fs = std::filesystem;
+    std::string first;
+    std::error_code error;
+    for (fs::recursive_directory_iterator entry(directory, error), end; !error && entry != end;
+         entry.increment(error)) {
+        std::error_code ignored;
+        const fs::file_type type = entry->symlink_status(ignored).type();
+        if (type != fs::file_type::regular && type != fs::file_type::directory &&
+            removeIfNew(directory, entry->path(), since) && first.empty()) {
+            first = entry->path();
+        }
+    }
+    return first;
 }
 
 bool hasParentStep(const std::string& path) {

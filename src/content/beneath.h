@@ -3,7 +3,7 @@
 #pragma once
 
 #include <sys/types.h>
-
+#include <ctime>
 #include <string>
 
 #include "exec/descriptor.h"
@@ -32,6 +32,11 @@ void chmodBeneath(const std::string& directory, const std::string& path, mode_t 
 // directory (POSIX): a program that is let loose on it would follow a link to the files of others.
 // What is not there is fine.
 void refuseLinks(const std::string& path);
+
+// Removes below a directory what is neither a regular file nor a directory, as far as it came there
+// since a time: what stood there stays. Returns the path of the first one, empty for none. since:
+// by the clock of the file system (CLOCK_REALTIME_COARSE of POSIX's clock_gettime on Linux).
+std::string removeIrregular(const std::string& directory, const timespec& since);
 
 // True when one of the path's components is "..".
 bool hasParentStep(const std::string& path);

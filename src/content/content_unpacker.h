@@ -140,7 +140,8 @@ class ContentUnpacker {
 
     // ---- Mailboxes. Both return true.
 
-    // Unpacks a maildir into that of the mail name.
+    // Unpacks a maildir into that of the mail name. Here as for all mail, what an archive brings
+    // along that is neither a file nor a directory is removed, and UnExpectedResult raised for it.
     bool mdir2mdir(const Cid& cid, const std::string& domain, const std::string& mailName,
                    const std::string& offset);
     // Converts mailboxes in mbox form into the maildir of the mail name. single_file: the archive

@@ -2,6 +2,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <ctime>
 #include <string_view>
 #include <tuple>
 #include <utility>
@@ -31,6 +32,27 @@ tLogExecCmd asMailUser(const std::string& utility) {
     tLogExecCmd command(utility);
     command.uid = userId(kMail);
     return command;
+}
+
+// One account serves the mail of all domains. A link that an archive leaves would show it the mail
+// of another customer, a device the disk; neither is mail.
+template <class Work>
+Paths keepingFilesAlone(const std::string& directory, Work&& unpack) {
+    timespec start{};
+    clock_gettime(CLOCK_REALTIME_COARSE, &start);
+    Paths paths;
+    try {
+        paths = unpack();
+    } catch (...) {
+        removeIrregular(directory, start);
+        throw;
+    }
+    const std::string removed = removeIrregular(directory, start);
+    if (!removed.empty()) {
+        throw EXC(UnExpectedResult) %
+            ("the archive's " + removed + " is neither a file nor a directory");
+    }
+    return paths;
 }
 
 // Once the converter has said that it has nothing to do here, convert stays false.
@@ -102,26 +124,33 @@ class MailSorter {
 Paths ContentUnpacker::extractDomainMail(const Cid& cid, const std::string& domain,
                                          const Paths& includes) {
     const std::string directory = getDomainMailDir(domain);
-    Paths paths = untar(cid, directory, includes, kMail, kMail, 0);
-    const MailSorter sorter(directory);
-    for (const std::string& path : paths) {
-        sorter.sort(path);
-    }
-    return paths;
+    return keepingFilesAlone(directory, [&] {
+        Paths paths = untar(cid, directory, includes, kMail, kMail, 0);
+        const MailSorter sorter(directory);
+        for (const std::string& path : paths) {
+            sorter.sort(path);
+        }
+        return paths;
+    });
 }
 
 Paths ContentUnpacker::extractSpamAssassinContent(const Cid& cid, const std::string& domain,
                                                   const std::string& mailName, bool& convert,
                                                   const std::string& offset) {
     const std::string directory = getSpamDir(domain, mailName);
-    Paths paths = unpack_hosting_cid(cid, directory, offset, kMail, kMail, kSharedMode);
+    Paths paths = keepingFilesAlone(aboveOffset(directory, offset), [&] {
+        return unpack_hosting_cid(cid, directory, offset, kMail, kMail, kSharedMode);
+    });
     convertSpamData(directory, convert);
     return paths;
 }
 
 bool ContentUnpacker::mdir2mdir(const Cid& cid, const std::string& domain,
                                 const std::string& mailName, const std::string& offset) {
-    requireUnpacked(untar(cid, getMaildir(domain, mailName), offset, kMail, kMail, 0));
+    const std::string maildir = getMaildir(domain, mailName);
+    requireUnpacked(keepingFilesAlone(aboveOffset(maildir, offset), [&] {
+        return untar(cid, maildir, offset, kMail, kMail, 0);
+    }));
     return true;
 }
 

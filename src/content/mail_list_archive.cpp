@@ -48,6 +48,7 @@ bool moveDirectory(const std::string& name, const std::string& from, const std::
     if (type != S_IFDIR) {
         throw EXC(UnExpectedResult) % ("the archive's " + name + " is no directory");
     }
+    refuseLinks(path);
     move(path, to + name);
     return true;
 }

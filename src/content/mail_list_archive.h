@@ -16,8 +16,8 @@ bool isUnpackedBesideOthers(const std::string& listName, const std::string& offs
 // NAME.mbox and the pages NAME, to their places: in those of other lists nothing is written. What
 // stood at such a place is gone then. Returns the first name in the archive that is another one,
 // empty if there is none. Raises UnExpectedResult for an archive that could not be unpacked in full
-// or has nothing of the list, CantMoveContent, and what ContentUnpacker::untar raises; what there
-// is of the list is in its place also then.
+// or has nothing of the list, CantMoveContent, and what refuseLinks and ContentUnpacker::untar
+// raise; of an archive that is cut off, what there is of the list is in its place all the same.
 std::string unpackListArchive(ContentUnpacker& unpacker, const Cid& cid,
                               const std::string& listName, const std::string& offset);
 
