@@ -250,6 +250,62 @@ TEST(Disk, ThatFillsUpOnTheWayLeavesAWholeStatusAndNoResult) {
     EXPECT_TRUE(callsOf(box).ends_with(kStatistics));
 }
 
+// ---- mail ----
+
+// A maildir of a.example for each of the names.
+std::string mailOf(const Lines& names, const std::string& type) {
+    std::string users;
+    for (const std::string& name : names) {
+        users += "<mailuser name='" + name + "'><preferences><mailbox type='" + type +
+                 "'>$content(mailbox " + name + ".tar)</mailbox></preferences></mailuser>";
+    }
+    return "<domain name='a.example' deployer-action='update'><mailsystem><mailusers>" + users +
+           "</mailusers></mailsystem></domain>";
+}
+
+// Catches: mail that is lost without a word, with its neighbour's, or with what it came through.
+TEST(Mail, ThatIsHitOnItsWayIsToldAndLeavesNothingTemporary) {
+    const std::string lost = "domain a.example: CantUnpackMailboxContent > ";
+    const struct {
+        std::string type;
+        std::string preparation;
+        Lines codes;
+        std::string left;
+    } rows[] = {
+        // A header in the middle of the archive.
+        {"mdir",
+         "printf %512s | dd of=$S/joe.tar bs=512 seek=2 conv=notrunc 2>/dev/null",
+         {"success", lost + "UnExpectedResult"},
+         "ann/Maildir/1\njoe/Maildir/1\njoe/Maildir/3\n"},
+        {"mbox",
+         "mv $M $M.away; mkdir $M; mount -t tmpfs -o size=32k,mode=755 tmpfs $M; "
+         "mv $M.away/* $M",
+         {"success", lost + "ExecCmd::Failed", lost + "ExecCmd::Failed"},
+         "ann/Maildir/.1/tmp/000001.mbox\njoe/Maildir/.1/cur/000001.mbox:2,S\n"
+         "joe/Maildir/.2/tmp/000002.mbox\n"},
+        {"mdir",
+         "mkdir $S/bin; printf '#!/bin/sh\nkill -TERM $PPID\nsleep 0.1\nexec /bin/tar \"$@\"' "
+         ">$S/bin/tar; chmod +x $S/bin/tar; PATH=$S/bin:$PATH",
+         kSuccess, "joe/Maildir/1\njoe/Maildir/2\njoe/Maildir/3\n"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.preparation);
+        Sandbox box;
+        const std::string message = " popuser:popuser 600 'From a\\n\\n";
+        prepare(box, {"",
+                      {{"before", "domain --create a.example\n"},
+                       {"archive joe.tar", "1" + message + "x\\n'\n2" + message +
+                                               std::string(40'000, 'x') + "'\n3" + message + "'\n"},
+                       {"archive ann.tar", "1" + message + "x\\n'\n"},
+                       {"dump", mailOf({"joe", "ann"}, row.type)}}});
+        const auto run = box.deployIn(
+            "M=/opt/qrd/var/mailnames; " + row.preparation +
+            "; \"$0\" \"$@\"; ls -A /opt/qrd/RMK/tmp; cd $M/a.example; find * -type f | sort");
+        EXPECT_EQ(codesOf(box), row.codes);
+        EXPECT_EQ(run.out, row.left);
+    }
+}
+
 // ---- the machine ----
 
 struct BadMachine {
