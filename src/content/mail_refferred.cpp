@@ -43,10 +43,11 @@ std::string announcement(const Mailbox_Refferred& part) {
 std::string pathOfAttachment(const UnpackDirectory& directory, const std::string& place,
                              const std::string& file) {
     requireDescent(file, "an attachment");
-    if (file.find_first_of(",;") != std::string::npos) {
-        throw EXC(UnsafeName) % file % "an attachment" % "it would be taken for a list";
-    }
     std::string path = place + "/" + file;
+    // The mail name and the part's place in the archive are the dump's words as well.
+    if (path.find_first_of(",;", directory.path().size()) != std::string::npos) {
+        throw EXC(UnsafeName) % path % "an attachment" % "it would be taken for a list";
+    }
     if (typeBeneath(directory.path(), path) != S_IFREG) {
         throw EXC(UnExpectedResult) % (path + " is no file");
     }
