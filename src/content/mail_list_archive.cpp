@@ -77,14 +77,16 @@ std::string unpackListArchive(ContentUnpacker& unpacker, const Cid& cid,
                               const std::string& listName, const std::string& offset) {
     const std::string all = getListArchivesDir();
     const std::string mailbox = listName + ".mbox";
+    // Such a name is that of another list's mailbox.
+    const std::string pages = listName.ends_with(".mbox") ? mailbox : listName;
     create_destdir(all, userId(accounts::kMailList), groupId(accounts::kMailList), 0);
     const UnpackDirectory side(all);
     makeAs(side.path() + "/" + mailbox, getListMboxDir(listName));
     const ContentUnpacker::Paths paths =
         unpacker.untar(cid, side.path(), offset, accounts::kMailList, accounts::kMailList, 0);
-    std::string other = otherThan(listName, mailbox, side.path());
+    std::string other = otherThan(pages, mailbox, side.path());
     const bool hasMailbox = moveDirectory(mailbox, side.path(), all);
-    const bool hasPages = moveDirectory(listName, side.path(), all);
+    const bool hasPages = pages != mailbox && moveDirectory(pages, side.path(), all);
     requireUnpacked(paths);
     if (!hasMailbox && !hasPages) {
         throw EXC(UnExpectedResult) % ("the archive holds nothing of the mail list " + listName);
