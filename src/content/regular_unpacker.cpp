@@ -3,17 +3,15 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cstring>
-
 #include "commons/session.h"
 #include "content/beneath.h"
 #include "content/content_errors.h"
 #include "content/database_client.h"
-#include "content/destination.h"
+#include "content/fenced.h"
+#include "content/handed_dump.h"
 #include "content/null_separated.h"
 #include "content/unpack_directory.h"
 #include "exec/log_exec_cmd.h"
-#include "exec/write_fence.h"
 #include "report/debug_log.h"
 
 namespace zelvo {
@@ -60,14 +58,7 @@ ContentUnpacker::Paths RegularUnpacker::unpackTar(const Cid& cid, const std::str
         tar << "-xvf" << archiveOf(cid) << "-C" << destination;
         // Else names that are not ASCII would be told with escapes.
         tar.setEnv("LC_ALL", "C.UTF-8");
-        const WriteFence fence(openDestination(destination).get(), destination);
-        if (fence.isReady()) {
-            tar.fence = &fence;
-        } else {
-            theDebugLog->log(std::string("Unpacked without a fence around the destination: ") +
-                             strerror(fence.error()));
-        }
-        tar.exec();
+        execFenced(tar, destination);
         if (tar.stdout.ends_with('\n')) {
             tar.stdout.pop_back();
         }
@@ -96,16 +87,15 @@ void RegularUnpacker::unpackDb(const Cid& cid, const DbServerAccess& server,
     if (names.empty()) {
         throw EXC(UnExpectedResult) % "empty extract file list";
     }
-    const std::string dump = temporary.path() + "/" + names.front();
-    // The client reads its commands line by line, so a name with a line feed would be a command of
-    // the archive's author; and through a link it would read a file of this server.
-    if (hasClient(server) && typeBeneath(temporary.path(), dump) != S_IFREG) {
-        throw EXC(UnExpectedResult) % "the archive does not hold one database dump";
+    if (!hasClient(server)) {
+        return;
     }
-    if (hasClient(server)) {
-        forbidShell(server, dump);
-    }
+    const HandedDump dump(temporary.path(), names.front());
     loadDatabase(server, database, dump);
+    if (!dump.others().empty()) {
+        throw EXC(UnExpectedResult) %
+            ("the archive holds more than the database dump; not loaded: " + dump.others());
+    }
 }
 
 }  // namespace zelvo

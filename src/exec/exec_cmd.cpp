@@ -44,7 +44,8 @@ void ExecCmd::setEnv(const std::string& name, const std::string& value) { env[na
 
 int ExecCmd::execCmdLine() {
     started = true;
-    retCode = forkExecvGetInOutErrSuidEnv(stdin, stdout, stderr, utility, args, uid, env, fence);
+    retCode =
+        forkExecvGetInOutErrSuidEnv(stdin, stdout, stderr, utility, args, uid, env, confinement);
     savedErrno = errno;
     finished = true;
     return retCode;

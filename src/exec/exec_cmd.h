@@ -8,6 +8,7 @@
 
 #include "commons/exception.h"
 #include "exec/arg_list.h"
+#include "exec/confinement.h"
 #include "exec/environment.h"
 #include "exec/process.h"
 
@@ -79,8 +80,8 @@ class ExecCmd : public CmdLine {
     std::int32_t retCode = 0;
     // The user that the child becomes.
     std::uint32_t uid = kKeepUser;
-    // Keeps the child from writing elsewhere; null for none. Not owned, good until the run ends.
-    const WriteFence* fence = nullptr;
+    // What it points to has to live until the run ends.
+    Confinement confinement;
 };
 
 // The output of a finished command as text for the debug log. Its first line stops short of the

@@ -203,8 +203,8 @@ void tellFailedStart(const SpawnFailure& failure, int outFd, int errFd) {
 
 StartedChild start(const std::array<int, 3>& streams, const std::string& utility,
                    const ArgList& args, std::uint32_t uid, const Environment& env,
-                   const WriteFence* fence) {
-    SpawnPlan plan(streams, utility, args, uid, env, fence);
+                   const Confinement& confinement) {
+    SpawnPlan plan(streams, utility, args, uid, env, confinement);
     const StartedChild child = startChild(plan);
     if (child.failure) {
         tellFailedStart(*child.failure, streams[1], streams[2]);
@@ -216,7 +216,7 @@ StartedChild start(const std::array<int, 3>& streams, const std::string& utility
 
 int forkExecvGetInOutErrSuidEnv(std::string_view input, std::string& outText, std::string& errText,
                                 const std::string& utility, const ArgList& args, std::uint32_t uid,
-                                const Environment& env, const WriteFence* fence) {
+                                const Environment& env, const Confinement& confinement) {
     const ScopedDisposition ignorePipe(SIGPIPE, SIG_IGN);
     // Where SIGCHLD is ignored, which a process inherits, the kernel reaps its children and there
     // is no status to wait for.
@@ -227,7 +227,7 @@ int forkExecvGetInOutErrSuidEnv(std::string_view input, std::string& outText, st
     feed(pipes.in.writeEnd, input);
     const StartedChild child =
         start({pipes.in.readEnd.get(), pipes.out.writeEnd.get(), pipes.err.writeEnd.get()}, utility,
-              args, uid, env, fence);
+              args, uid, env, confinement);
     pipes.closeChildEnds();
     if (child.failure) {
         pipes.in.writeEnd.reset();
@@ -259,7 +259,7 @@ int forkExecvGetOut(std::string& outText, const std::string& utility, const ArgL
 
 pid_t forkExecvPipes(int inFd, int outFd, int errFd, const std::string& utility,
                      const ArgList& args, std::uint32_t uid, const Environment& env) {
-    return start({inFd, outFd, errFd}, utility, args, uid, env, nullptr).pid;
+    return start({inFd, outFd, errFd}, utility, args, uid, env, {}).pid;
 }
 
 int dup2Custom(int source, int target) {

@@ -4,6 +4,7 @@
 #include <linux/close_range.h>
 #include <paths.h>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -106,6 +107,19 @@ int execProgram(SpawnPlan& plan) {
     return isDenied ? EACCES : error;
 }
 
+void confine(SpawnPlan& plan) {
+    const Confinement& confinement = plan.confinement;
+    // The fence takes rights that an outsider does not have.
+    const int fenceError = confinement.fence != nullptr ? confinement.fence->close() : 0;
+    if (fenceError != 0) {
+        giveUp(plan, SpawnStep::kFence, fenceError);
+    }
+    const int userError = confinement.outsider != nullptr ? confinement.outsider->become() : 0;
+    if (userError != 0) {
+        giveUp(plan, SpawnStep::kSetuid, userError);
+    }
+}
+
 [[noreturn]] void runChild(SpawnPlan& plan) {
     resetSignals(plan.signals);
     for (int target = STDIN_FILENO; target <= STDERR_FILENO; ++target) {
@@ -119,10 +133,7 @@ int execProgram(SpawnPlan& plan) {
         moveDescriptor(source, target);
     }
     closeInherited();
-    const int fenceError = plan.fence != nullptr ? plan.fence->close() : 0;
-    if (fenceError != 0) {
-        giveUp(plan, SpawnStep::kFence, fenceError);
-    }
+    confine(plan);
     if (plan.uid != kKeepUser && setUserId(plan.uid) != 0) {
         giveUp(plan, SpawnStep::kSetuid, errno);
     }
@@ -156,14 +167,24 @@ class SignalBlock {
 [[gnu::noinline]] pid_t vforkChild(SpawnPlan& plan) {
     const SignalBlock block;
     const int savedErrno = errno;
+    const int savedDumpable = prctl(PR_GET_DUMPABLE);
     const pid_t pid = vfork();  // NOLINT(clang-analyzer-security.insecureAPI.vfork)
     if (pid == 0) {
         runChild(plan);  // NOLINT(clang-analyzer-unix.Vfork)
     }
     if (pid > 0) {
+        // A child that changes its user has marked the memory of both as one that is not dumped.
+        prctl(PR_SET_DUMPABLE, savedDumpable);
         errno = savedErrno;
     }
     return pid;
+}
+
+// Clients of servers look for settings in it, and some take one that they may not enter for a
+// failure. What root has there is not the outsider's anyway.
+Environment withoutHome(Environment env) {
+    env["HOME"] = "/nonexistent";
+    return env;
 }
 
 std::vector<char*> makeShellArgv(const ArgList& args) {
@@ -199,11 +220,11 @@ const std::vector<int>& changedSignals() {
 
 SpawnPlan::SpawnPlan(const std::array<int, 3>& childStreams, const std::string& utility,
                      const ArgList& args, std::uint32_t childUid, const Environment& env,
-                     const WriteFence* writeFence)
+                     const Confinement& childConfinement)
     : streams(childStreams),
       uid(childUid),
-      fence(writeFence),
-      environment(env),
+      confinement(childConfinement),
+      environment(confinement.outsider == nullptr ? env : withoutHome(env)),
       candidates(programCandidates(utility, environment.find("PATH"))),
       signals(changedSignals()),
       argv(args.data()),

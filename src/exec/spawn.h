@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "exec/arg_list.h"
+#include "exec/confinement.h"
 #include "exec/environment.h"
-#include "exec/write_fence.h"
 
 namespace zelvo {
 
@@ -31,13 +31,14 @@ struct SpawnFailure {
 class SpawnPlan {
   public:
     // streams: the descriptors that become 0, 1 and 2; -1 for /dev/null. The rest as in
-    // forkExecvGetInOutErrSuidEnv. args and fence have to live as long as the plan.
+    // forkExecvGetInOutErrSuidEnv. args and what confines the child have to live as
+    // long as the plan.
     SpawnPlan(const std::array<int, 3>& streams, const std::string& utility, const ArgList& args,
-              std::uint32_t uid, const Environment& env, const WriteFence* fence);
+              std::uint32_t uid, const Environment& env, const Confinement& confinement);
 
     const std::array<int, 3> streams;
     const std::uint32_t uid;
-    const WriteFence* const fence;
+    const Confinement confinement;
     const EnvironmentVector environment;
     const std::vector<std::string> candidates;
     // The signals to give their default disposition.

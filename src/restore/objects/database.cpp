@@ -1,9 +1,11 @@
 #include "restore/objects/database.h"
 
+#include <memory>
 #include <utility>
 
 #include "content/content_errors.h"
 #include "content/unsafe_name.h"
+#include "report/debug_log.h"
 #include "report/guard.h"
 #include "report/object_logger.h"
 #include "report/termination_lines.h"
@@ -48,6 +50,22 @@ DbServer serverOf(const XmlNode& node, const std::string& type) {
         }
     }
     return server;
+}
+
+// The answer holds a password, and most failures quote an answer: the debug log may have that, the
+// result of the run may not.
+std::unique_ptr<DatabaseCredentials> askForCredentials(CliExec& cmd, const DbServer& server) {
+    try {
+        cmd.exec();
+        return getDatabaseCredentials(cmd.stdout);
+    } catch (const Exc<&ExecCmd::Failed>& failure) {
+        theDebugLog->log(failure);
+        cmd.stdout.clear();
+        cmd.reportError();
+    } catch (const ExTraceable& failure) {
+        theDebugLog->log(failure);
+        throw EXC(UnExpectedResult) % ("no credentials of " + server.server() + " were told");
+    }
 }
 
 // An account of the server that may load the dump.
@@ -137,8 +155,7 @@ DatabaseDeployer::Credentials DatabaseDeployer::getServerCredentials(const DbSer
     }
     CliExec cmd = commandOn("database-registrar", "--get-credentials", server.server());
     cmd << "-type" << server.type;
-    cmd.exec();
-    const auto answer = getDatabaseCredentials(cmd.stdout);
+    const auto answer = askForCredentials(cmd, server);
     if (answer->notConfigured()) {
         throw EXC(SkippedDatabaseDeployment) % server.server() % server.type;
     }

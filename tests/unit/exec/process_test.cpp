@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -112,6 +113,36 @@ TEST(Child, SeesItsArgumentsEnvironmentAndUser) {
     EXPECT_EQ(run.out,
               "a name 0 a\n" + std::to_string(uid) + "\n" + std::to_string(getgid()) + "\n");
     EXPECT_EQ(getenv("ZT_A"), nullptr) << "the caller's environment has changed";
+}
+
+// Catches a child that keeps a right of root's or can start a process, and a parent that is changed
+// by what its child, in the same memory, becomes.
+TEST(Child, BecomesAnOutsider) {
+    if (getuid() != 0) GTEST_SKIP() << "needs root";
+    const auto run = [](const Outsider& outsider) {
+        std::string out, err;
+        forkExecvGetInOutErrSuidEnv(
+            "", out, err, "/bin/sh",
+            makeArgs({"sh", "-c",
+                      "while read -r a; do case $a in Uid*|Gid*|Groups*|CapEff*|NoNewPrivs*) "
+                      "echo $a;; esac; done < /proc/self/status; echo $HOME; (:) && echo forked"}),
+            kKeepUser, {}, {nullptr, &outsider});
+        return out + err;
+    };
+    const auto status = [](std::uint32_t id) {
+        const std::string number = " " + std::to_string(id);
+        const std::string four = number + number + number + number;
+        return "Uid:" + four + "\nGid:" + four +
+               "\nGroups:\nCapEff: 0000000000000000\nNoNewPrivs: 1\n/nonexistent\n";
+    };
+    const auto id = 0x70000000 + static_cast<std::uint32_t>(getpid());
+    EXPECT_EQ(run(Outsider::unique()), status(id) + "sh: 1: Cannot fork\n");
+    EXPECT_EQ(run({65534, 65534}), status(65534) + "forked\n");
+    rlimit processes{};
+    getrlimit(RLIMIT_NPROC, &processes);
+    EXPECT_GT(processes.rlim_cur, 1U);
+    EXPECT_EQ(prctl(PR_GET_DUMPABLE), 1);
+    EXPECT_EQ(geteuid(), 0U);
 }
 
 TEST(Child, IsFoundInThePathThatItSees) {

@@ -1,0 +1,44 @@
+// The dump of a database on its way from an archive to the client that loads it.
+#pragma once
+
+#include <string>
+
+#include "exec/outsider.h"
+
+namespace zelvo {
+
+// A dump that a client can read which can read nothing else of its author's choice: the client gets
+// an account of its own, and the dump is given to that.
+class HandedDump {
+  public:
+    // Takes the first file of an archive that was unpacked. A name that a client could take for a
+    // command of its own becomes a plain one. directory: where it was unpacked; nobody else works
+    // there. listing: what tar printed of it, without the last line feed.
+    //
+    // Raises UnExpectedResult, with the reason, when the first is no regular file or when it cannot
+    // be handed over; UnsuitableOwner where not even the account "nobody" is there.
+    HandedDump(const std::string& directory, const std::string& listing);
+
+    const std::string& directory() const { return directory_; }
+    // Full path: the directory, and letters of "[A-Za-z0-9._/@+-]" below it.
+    const std::string& path() const { return path_; }
+    // Who may read it beside root.
+    const Outsider& reader() const { return reader_; }
+    // The other files, as the listing has them and with ", " between them; empty for none.
+    const std::string& others() const { return others_; }
+
+  private:
+    void takeFirst(const std::string& listing);
+    void makePlain();
+    // Opens the file, and the way to it, to a group. Returns 0 or an error number.
+    int giveTo(gid_t group) const;
+    // Where the system has no number for an account of its own, "nobody" reads it.
+    void handOver();
+
+    std::string directory_;
+    std::string path_;
+    std::string others_;
+    Outsider reader_ = Outsider::unique();
+};
+
+}  // namespace zelvo

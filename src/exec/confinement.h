@@ -1,0 +1,17 @@
+// What keeps a child from more than its work.
+#pragma once
+
+#include "exec/outsider.h"
+#include "exec/write_fence.h"
+
+namespace zelvo {
+
+// Neither is owned; both have to live until the child has become its program.
+struct Confinement {
+    // Keeps the child from writing elsewhere; null for none. It is ready.
+    const WriteFence* fence = nullptr;
+    // Who the child becomes, and then it has no home; null for who it is.
+    const Outsider* outsider = nullptr;
+};
+
+}  // namespace zelvo
