@@ -36,6 +36,7 @@ constexpr char kConfiguration[] =
     "DUMP_D /opt/qrd/var/dumps\n"
     "MAILMAN_ROOT_D /opt/qrd/mailman\n"
     "MAILMAN_VAR_D /opt/qrd/var/mailman\n";
+constexpr char kClients[] = "MYSQL_BIN_D /opt/qrd/RMK\nPGSQL_BIN_D /opt/qrd/RMK\n";
 constexpr char kPassword[] = "panel-in-a-box\n";
 
 // Ids that differ between user and group show where one is taken for the other.
@@ -144,7 +145,8 @@ void fillEtc(const std::string& etc, const BoxOptions& options) {
     makeDir(etc + "/qrd");
     makeFile(etc + "/qrd/.qrd.shadow", kPassword, 0600);
     if (options.configuration) {
-        makeFile(etc + "/qrd/qrd.conf", kConfiguration, 0644);
+        makeFile(etc + "/qrd/qrd.conf",
+                 std::string(kConfiguration) + (options.clients ? kClients : ""), 0644);
     }
 }
 

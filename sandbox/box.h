@@ -9,6 +9,7 @@ struct BoxOptions {
     std::string state;          // absolute path of the state directory, which exists
     std::string utilities;      // directory of the built stand-ins
     bool configuration = true;  // with /etc/qrd/qrd.conf
+    bool clients = false;       // with stand-ins for the clients of database servers in it
 };
 
 // Takes this process into a mount and a network namespace of its own and makes the panel there:

@@ -32,7 +32,8 @@ constexpr char kUsage[] =
     "  --gate            with the CLI gate\n"
     "  --no-model        no memory: every utility succeeds\n"
     "  --accept-unknown  utilities that the panel does not know succeed\n"
-    "  --no-conf         without /etc/qrd/qrd.conf\n";
+    "  --no-conf         without /etc/qrd/qrd.conf\n"
+    "  --clients         database dumps are loaded by stand-ins, into nothing\n";
 
 struct Options {
     std::string state;
@@ -42,6 +43,7 @@ struct Options {
     bool model = true;
     bool acceptUnknown = false;
     bool configuration = true;
+    bool clients = false;
     char** command = nullptr;
 };
 
@@ -51,13 +53,11 @@ struct Options {
 }
 
 Options parseOptions(int argc, char** argv) {
-    constexpr option kOptions[] = {{"state", required_argument, nullptr, 's'},
-                                   {"setup", required_argument, nullptr, 'u'},
-                                   {"gate", no_argument, nullptr, 'g'},
-                                   {"no-model", no_argument, nullptr, 'm'},
-                                   {"accept-unknown", no_argument, nullptr, 'a'},
-                                   {"no-conf", no_argument, nullptr, 'c'},
-                                   {nullptr, 0, nullptr, 0}};
+    constexpr option kOptions[] = {
+        {"state", required_argument, nullptr, 's'},    {"setup", required_argument, nullptr, 'u'},
+        {"gate", no_argument, nullptr, 'g'},           {"no-model", no_argument, nullptr, 'm'},
+        {"accept-unknown", no_argument, nullptr, 'a'}, {"no-conf", no_argument, nullptr, 'c'},
+        {"clients", no_argument, nullptr, 'd'},        {nullptr, 0, nullptr, 0}};
     Options options;
     for (int key; (key = getopt_long(argc, argv, "+", kOptions, nullptr)) != -1;) {
         switch (key) {
@@ -78,6 +78,9 @@ Options parseOptions(int argc, char** argv) {
                 break;
             case 'c':
                 options.configuration = false;
+                break;
+            case 'd':
+                options.clients = true;
                 break;
             default:
                 failUsage();
@@ -242,7 +245,7 @@ void setModelMode(const Options& options) {
 
 void runInBox(const Options& options) {
     const std::string programs = fs::read_symlink("/proc/self/exe").parent_path();
-    enterBox({options.state, programs, options.configuration});
+    enterBox({options.state, programs, options.configuration, options.clients});
     setModelMode(options);
     if (!options.setup.empty()) {
         applySetup(options, programs + "/panel-utility");

@@ -95,6 +95,7 @@ std::vector<std::string> Sandbox::enterCommand() {
     if (gate_) command.emplace_back("--gate");
     if (!model_) command.emplace_back("--no-model");
     if (!configuration_) command.emplace_back("--no-conf");
+    if (clients_) command.emplace_back("--clients");
     if (hasSetup_) {
         command.insert(command.end(), {"--setup", state_ + "/setup"});
         hasSetup_ = false;

@@ -37,6 +37,8 @@ class Sandbox {
     void withGate(bool on = true) { gate_ = on; }
     void withoutModel() { model_ = false; }
     void withoutConfiguration() { configuration_ = false; }
+    // Database dumps are loaded by stand-ins.
+    void withClients() { clients_ = true; }
     void environment(const std::string& name, const std::string& value);
     void patience(std::chrono::milliseconds time) { patience_ = time; }
 
@@ -100,6 +102,7 @@ class Sandbox {
     bool gate_ = false;
     bool model_ = true;
     bool configuration_ = true;
+    bool clients_ = false;
     bool hasSetup_ = false;
     std::vector<std::string> environment_;
     std::chrono::milliseconds patience_ = std::chrono::minutes(1);

@@ -216,6 +216,7 @@ std::string statusAfter(const Rules& rules, const Row& failed) {
 void restoreExample(Sandbox& box, const std::string& faults) {
     box.setup(example("panel-before.txt"));
     addExampleArchives(box);
+    box.withClients();
     box.writeDump(example("restore.xml"));
     box.faults(faults);
     box.deploy();

@@ -238,6 +238,7 @@ ProcessResult translate(Sandbox& box, const std::string& dump) {
 // that are looked for under another name, and content in another place or of another owner.
 TEST(Wickerdeck, ArrivesWhole) {
     Sandbox box;
+    box.withClients();
     box.setup(sourceFile("examples/leaving-wickerdeck/panel-before.txt"));
     EXPECT_EQ(translate(box, sourceFile("examples/leaving-wickerdeck/dump.xml")).err, "");
     EXPECT_EQ(codesOf(box), Lines{"success"});

@@ -222,15 +222,18 @@
     </maillist>
   </xsl:template>
 
-  <!-- Its archive is no tar file, which the restore could read. -->
+  <!-- A bare file of SQL is no tar file, which the restore could read. -->
   <xsl:template match="database">
-    <xsl:if test="@archive">
+    <xsl:variable name="tail" select="substring(@archive, string-length(@archive) - 3)"/>
+    <xsl:variable name="packed" select="$tail = '.tar' or $tail = '.tgz'"/>
+    <xsl:if test="@archive and not($packed)">
       <xsl:message><xsl:value-of select="concat('Left out: rows of database ', @name, ' of ', ../@name, ' in &quot;', @archive, '&quot;')"/></xsl:message>
     </xsl:if>
     <database name="{@name}" type="mysql">
       <xsl:if test="@server"><xsl:attribute name="version"><xsl:value-of select="@server"/></xsl:attribute></xsl:if>
       <xsl:if test="@charset"><xsl:attribute name="charset"><xsl:value-of select="@charset"/></xsl:attribute></xsl:if>
       <xsl:if test="@user"><dbuser name="{@user}"><xsl:apply-templates select="secret"/></dbuser></xsl:if>
+      <xsl:if test="$packed"><content><cid type="sqldump"><xsl:call-template name="archive"/></cid></content></xsl:if>
     </database>
   </xsl:template>
 
