@@ -1,6 +1,7 @@
 // Databases through the real program: the calls and how far a failure reaches, with a real server
 // behind the panel; the version gates; and dumps that come back on real servers.
 
+#include "example_company.h"
 #include "mariadb.h"
 #include "outcome.h"
 #include "postgresql.h"
@@ -100,28 +101,28 @@ class RealServers {
     RealServers() {
         putPanel();
         putClient("mysql", "mariadb");
-        putClient("pg_restore", "/usr/bin/pg_restore");
-        box.writeFile("etc/qrd/qrd.conf",
-                      "PRODUCT_ROOT_D /opt/qrd\nMYSQL_BIN_D /opt/qrd/var/sandbox/bin\n"
-                      "PGSQL_BIN_D /opt/qrd/var/sandbox/bin\n");
+        // The program itself: what stands before it needs more of /etc than is open here.
+        putClient("pg_restore", "/usr/lib/postgresql/*/bin/pg_restore");
+        box.writeFile("etc/qrd/qrd.conf", "PRODUCT_ROOT_D /opt/qrd\nMYSQL_BIN_D " + kClients +
+                                              "\nPGSQL_BIN_D " + kClients + "\n");
         postgresql.query("create role boss superuser login password 'secret-0'");
-    }
-
-    // A dump of a database with two rows.
-    std::string dumpOfWiki() {
-        postgresql.query("create database wiki");
-        postgresql.query("create table t (a text); insert into t values ('één'), ('zwei')", "wiki");
-        postgresql.query("grant select on t to public", "wiki");
-        const std::string dump = postgresql.dump("wiki");
-        postgresql.query("drop database wiki");
-        return dump;
     }
 
     // How the clients were called, one a line.
     std::string clientCalls() const {
+        static const std::regex call("Executing utility: " + kClients + "/(.*)");
         static const std::regex random("(backup_|migration-unpack-)\\w+");
-        return std::regex_replace(box.readFile("clients"), random, "$1X");
+        std::istringstream log(box.logText());
+        std::string calls;
+        std::smatch found;
+        for (std::string line; std::getline(log, line);) {
+            if (std::regex_search(line, found, call)) calls += found.str(1) + "\n";
+        }
+        return std::regex_replace(calls, random, "$1X");
     }
+
+    // Where they stand: open to those who have no rights.
+    const std::string kClients = "/opt/qrd/clients";
 
     PanelDatabase panel;
     PostgreSqlServer postgresql{openTo(panel.dir).path("postgresql")};
@@ -168,21 +169,28 @@ exec -a database UTILITY "${words[@]}"
                        "UTILITY", utility));
     }
 
-    // In place of a client: it notes how it was called, asks for a stop before it loads "last", and
-    // becomes the real one.
+    // In place of a client: first called for "last" it waits for a
+    // stop; and it becomes the real one.
     void putClient(const std::string& name, const std::string& client) {
-        writeProgram("bin/" + name,
-                     "#!/bin/sh\necho \"${0##*/} $*\" >> "
-                     "/opt/qrd/var/sandbox/clients\n"
-                     "case $* in *last) kill -TERM $PPID;; esac\nexec " +
-                         client + " \"$@\"\n");
+        writeProgram(kClients.substr(1) + "/" + name,
+                     "#!/bin/sh\ncase $* in -u*last) read -r word < " + kClients +
+                         "/stopped;; esac\nexec " + client + " \"$@\"\n");
     }
 };
+
+// Room for the small dumps only; a stop for whoever waits for one; and the run.
+constexpr char kScript[] = R"(
+head -c 500000 /dev/zero > $S/full.sql && tar -cf $S/full.tar -C $S full.sql
+mount -t tmpfs -o size=200k,mode=711 none /opt/qrd/RMK/tmp
+mkfifo -m 666 /opt/qrd/clients/stopped
+(exec 3> /opt/qrd/clients/stopped; kill -TERM $$; echo >&3) > /dev/null 2>&1 &
+exec "$0" "$@")";
 
 std::string outputOf(const ProcessResult& result) { return result.out + result.err; }
 
 // Catches: rows that are not there, users who cannot log in, a temporary user who stays after a
-// load, a failed load or one that was asked to stop, and a password that others could read.
+// load, a failed load or one that was asked to stop, a fault that costs a sibling, and a password
+// that others could read.
 TEST(Databases, ComeBackOnRealServers) {
     RealServers real;
     const std::string port = real.port;
@@ -191,35 +199,36 @@ TEST(Databases, ComeBackOnRealServers) {
     prepare(box, casesIn(replaceAll(sourceFile("tests/system/databases/servers.txt"), "SERVER",
                                     socket + ":" + port))
                      .front());
-    box.writeFile("wiki.dump", real.dumpOfWiki());
-    box.deployIn("tar -cf $S/wiki.tar -C $S/.. wiki.dump; exec \"$0\" \"$@\"");
-    EXPECT_EQ(codesOf(box), Lines({"success",
-                                   "domain a.example/database wrong: FailedDatabaseDeployment > "
-                                   "ExecCmd::Failed"}));
+    addExampleArchives(box);
+    box.deployIn(kScript);
+    const std::string failed = ": FailedDatabaseDeployment > ";
+    const std::string database = "domain a.example/database ";
+    EXPECT_EQ(codesOf(box), Lines({"success", database + "wrong" + failed + "ExecCmd::Failed",
+                                   database + "full" + failed + "UnExpectedResult"}));
 
-    const std::string rows = "één\nzwei\n";
+    const std::string titles = "Обломов\nВойна и мир\n";
     EXPECT_EQ(outputOf(box.runCommand({"env", "MYSQL_PWD=secret-1", "mariadb", "--no-defaults",
                                        "-u", "ann", "-N", "--default-character-set=utf8", "shop",
-                                       "-e", "select a from t"})),
-              rows);
+                                       "-e", "select title from book"})),
+              titles + "Lost \\\\ \"found\"; \\\\! id\n");
     EXPECT_EQ(outputOf(Process({"psql", "-h", "127.0.0.1", "-p", port, "-U", "ann", "-d", "wiki",
-                                "-Atc", "select a from t"},
+                                "-Atc", "select title from work"},
                                {"PATH=/usr/bin:/bin", "PGPASSWORD=secret-2"})
                            .wait()),
-              rows);
+              titles + "Анна Каренина\n");
     EXPECT_EQ(real.panel.server.query("select count(*) from last.t"), "2\n");
     EXPECT_EQ(real.panel.server.query("show databases like 'never'"), "");
     EXPECT_EQ(real.panel.server.query("select user from mysql.user where user like 'backup%'"), "");
 
     // This client takes --no-defaults in front of all else only, and is called again.
-    const auto mysql = [](const std::string& database) {
-        return "mysql -u backup_X -h localhost --no-defaults " + database +
-               "\nmysql --no-defaults -u backup_X -h localhost " + database + "\n";
+    const auto mysql = [](const std::string& name) {
+        return "mysql -u backup_X -h localhost --no-defaults " + name +
+               "\nmysql --no-defaults -u backup_X -h localhost " + name + "\n";
     };
     EXPECT_EQ(real.clientCalls(),
               mysql("shop") + mysql("wrong") +
                   "pg_restore -d wiki --use-set-session-authorization -h " + socket + " -p " +
-                  port + " /opt/qrd/RMK/tmp/migration-unpack-X/wiki.dump\n" + mysql("last"));
+                  port + " /opt/qrd/RMK/tmp/migration-unpack-X/katalog.dump\n" + mysql("last"));
     expectNoPasswordInArguments(box);
 }
 
