@@ -43,8 +43,6 @@ Outsider nobody() {
 // Gives what openBeneath has reached to root and a group. Returns 0 or an error number.
 int giveFile(const Descriptor& file, gid_t group, mode_t mode) {
     const std::string path = "/proc/self/fd/" + std::to_string(file.get());
-    // The mode last: a change of the owner takes set-id bits away, and nobody gets them for a
-    // while.
     return chown(path.c_str(), 0, group) == 0 && chmod(path.c_str(), mode) == 0 ? 0 : errno;
 }
 
@@ -126,8 +124,8 @@ void HandedDump::handOver() {
     }
     int error = giveTo(reader_.group());
     if (error == EINVAL || error == EOVERFLOW) {
-        theDebugLog->log("This machine has no number for an account that loads a database dump; " +
-                         std::string(accounts::kNobody) + " does");
+        theDebugLog->log("This machine has no number for an account that loads a database dump; '" +
+                         std::string(accounts::kNobody) + "' loads it");
         reader_ = nobody();
         error = giveTo(reader_.group());
     }
