@@ -13,6 +13,9 @@ void deploy_error_func(const ExTraceable& failure);
 // but without its place and cause: those stand in the logs already.
 void deploy_error_func_throw(const ExTraceable& failure);
 
+// Whether the failure has been told: deploy_error_func_throw has thrown it.
+bool wasTold(const ExTraceable& failure);
+
 // Tells the result log, if there is one, that the failure that was caught last is not going to be
 // told: the next one belongs to where it happens.
 void forgetFailure();

@@ -1,6 +1,6 @@
 // The guards around one piece of a restore: what becomes of a failure in it. They hold for what is
 // an ExTraceable; a request to stop and the failures of the run itself pass all of them but
-// silenced. They need theDebugLog.
+// silenced. What deploy_error_func_throw has told is not told again. They need theDebugLog.
 #pragma once
 
 #include "commons/exception.h"
@@ -17,7 +17,11 @@ bool guarded(Work&& work) {
         work();
         return true;
     } catch (const ExTraceable& failure) {
-        deploy_error_func(failure);
+        if (wasTold(failure)) {
+            forgetFailure();
+        } else {
+            deploy_error_func(failure);
+        }
         return false;
     }
 }
@@ -29,7 +33,9 @@ bool debugLogged(Work&& work) {
         work();
         return true;
     } catch (const ExTraceable& failure) {
-        theDebugLog->log(failure);
+        if (!wasTold(failure)) {
+            theDebugLog->log(failure);
+        }
         forgetFailure();
         return false;
     }

@@ -5,6 +5,7 @@
 
 #include "lib/idn.h"
 #include "report/debug_log.h"
+#include "report/error_functions.h"
 #include "report/object_logger.h"
 #include "report/termination_lines.h"
 #include "restore/toolbox/panel_command.h"
@@ -94,6 +95,15 @@ void DnsRecordDeployer::saveRecordsList() const {
                          domainName_ % records_.size());
         cmd.reportError();
     }
+}
+
+void DnsRecordDeployer::deployRecords(const XmlNode& node, const std::string& expr,
+                                      const std::string& domainName) {
+    std::string list;
+    const DnsRecordDeployer records(domainName, list);
+    node.foreach (
+        expr, [&records](const XmlNode& record) { records.act(record); }, deploy_error_func_throw);
+    records.saveRecordsList();
 }
 
 std::string DnsRecordDeployer::getSubDomain(const std::string& name, const std::string& domain) {

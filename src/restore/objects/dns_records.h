@@ -28,6 +28,12 @@ class DnsRecordDeployer : public XmlDeployDocAbility {
     // ExecCmd::Failed, and UnsafeName for a zone that the utility would take for an option.
     void saveRecordsList() const;
 
+    // Has the records that the expression finds below the element take the place of the zone's.
+    // The first one that is none is told and, being told, thrown on: then nothing is sent. Raises
+    // what act and saveRecordsList raise besides.
+    static void deployRecords(const XmlNode& node, const std::string& expr,
+                              const std::string& domainName);
+
     // Returns what stands in name before ".DOMAIN" (a dot may follow), in UTF-8; nothing for the
     // domain itself. Either may be in UTF-8 or in ASCII (RFC 3490); case counts. Raises
     // NotAProperSubdomain for a name that is not in the domain.

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "report/debug_log.h"
-#include "report/error_functions.h"
+#include "report/guard.h"
 #include "restore/objects/dns_records.h"
 #include "restore/objects/dns_soa.h"
 #include "restore/toolbox/option_table.h"
@@ -40,21 +40,7 @@ void DnsDeployer::act(XmlNode node) const {
 }
 
 void DnsDeployer::deployRecords(const XmlNode& zone) const {
-    bool isComplete = false;
-    try {
-        std::string list;
-        const DnsRecordDeployer records(domainName_, list);
-        zone.foreach (
-            "dnsrec", [&records](const XmlNode& record) { records.act(record); },
-            deploy_error_func_throw);
-        isComplete = true;
-        records.saveRecordsList();
-    } catch (const ExTraceable& failure) {
-        // A bad record has been told where it stands.
-        if (isComplete) {
-            theDebugLog->log(failure);
-        }
-        forgetFailure();
+    if (!debugLogged([&] { DnsRecordDeployer::deployRecords(zone, "dnsrec", domainName_); })) {
         theDebugLog->log(std::string("DNS zone deployment was failed"));
     }
 }
