@@ -3,7 +3,7 @@
 #include <list>
 #include <utility>
 
-#include "report/guard.h"
+#include "report/error_functions.h"
 #include "report/object_logger.h"
 #include "report/termination_lines.h"
 #include "restore/toolbox/deploy_action.h"
@@ -35,7 +35,11 @@ CertificateDeployer::CertificateDeployer(std::string domainName)
 void CertificateDeployer::act(XmlNode node) const {
     checkProgramTerminated();
     const ObjectLogger logger(node.str("@name"), "SSL certificate");
-    guarded([&] { deploy(node); });
+    try {
+        deploy(node);
+    } catch (const ExTraceable& failure) {
+        deploy_error_func_throw(failure);
+    }
 }
 
 void CertificateDeployer::deploy(const XmlNode& node) const {
@@ -57,10 +61,7 @@ void CertificateDeployer::create(const XmlNode& node) const {
     CliExec cmd = createCommand("certificate", node.str("@name"));
     for (const Piece& piece : kPieces) {
         if (node.test(piece.item)) {
-            PanelFile& file = files.emplace_back(piece.prefix);
-            file.handOver();
-            file.write(node.str(piece.item));
-            cmd << piece.option << file.path();
+            cmd << piece.option << files.emplace_back(piece.prefix, node.str(piece.item)).path();
         }
     }
     execInRepository(cmd, node);

@@ -16,7 +16,8 @@ class CertificateDeployer : public XmlDeployDocAbility {
 
     using XmlDeployDocAbility::act;
     // Creates, renames or removes the certificate, as the element's word says; other words do
-    // nothing. Its failure is told. Raises MigrationTerminatedException.
+    // nothing. A failure is told, and raised as one that has been (wasTold). Raises
+    // MigrationTerminatedException.
     void act(XmlNode node) const override;
 
   private:

@@ -1,7 +1,6 @@
 #include "restore/objects/spam_filter.h"
 
 #include <new>
-#include <optional>
 #include <utility>
 
 #include "restore/toolbox/list_operator.h"
@@ -15,11 +14,6 @@ namespace {
 
 std::optional<std::string> falseIfOff(const XmlNode& node, const char* item) {
     return node.test(item) ? std::optional(node.str(item) == "off" ? "false" : "true")
-                           : std::nullopt;
-}
-
-std::optional<std::string> trueIfDelete(const XmlNode& node, const char* item) {
-    return node.test(item) ? std::optional(node.str(item) == "delete" ? "true" : "false")
                            : std::nullopt;
 }
 
@@ -50,6 +44,11 @@ void appendList(const XmlNode& node, const std::string& list, CmdLine& cmd) {
 }
 
 }  // namespace
+
+std::optional<std::string> trueIfDelete(const XmlNode& node, const char* item) {
+    return node.test(item) ? std::optional(node.str(item) == "delete" ? "true" : "false")
+                           : std::nullopt;
+}
 
 SpamassassinDeployer::SpamassassinDeployer(std::string domainName, std::string mailName,
                                            DomainMailRefferred& content)

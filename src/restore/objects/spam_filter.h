@@ -1,6 +1,7 @@
-// The spam filter of a mail name.
+// The spam filter of a mail name, and what it shares with that of the server.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "content/mail_refferred.h"
@@ -32,5 +33,9 @@ class SpamassassinDeployer : public XmlDeployDocAbility {
     std::string mailName_;
     DomainMailRefferred* content_;
 };
+
+// Whether spam is rejected, as a rule for options: "true" if the item is "delete", otherwise
+// "false", and nothing if the element has no such item.
+std::optional<std::string> trueIfDelete(const XmlNode& node, const char* item);
 
 }  // namespace zelvo

@@ -28,7 +28,7 @@ bool isPanelConfigured() {
 void trySetting(const char* utility, const char* option, const char* xpath) {
     const XmlNode& root = tDeployDocAbility::root;
     if (root.test(xpath)) {
-        panelCommand(utility, {"--update", option, root.str(xpath)}).exec(std::nothrow);
+        execOrLog(panelCommand(utility, {"--update", option, root.str(xpath)}));
     }
 }
 

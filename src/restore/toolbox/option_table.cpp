@@ -41,6 +41,10 @@ std::optional<std::string> joined(const XmlNode& node, const char* item) {
     return boost::algorithm::join(texts, ",");
 }
 
+std::optional<std::string> joinedIfThere(const XmlNode& node, const char* item) {
+    return node.test(item) ? joined(node, item) : std::nullopt;
+}
+
 std::optional<std::string> trueOrFalse(const XmlNode& node, const char* item) {
     return node.str(item) == "true" ? "true" : "false";
 }

@@ -2,6 +2,7 @@
 
 #include "commons/files.h"
 #include "content/unsafe_name.h"
+#include "report/guard.h"
 
 namespace zelvo {
 
@@ -39,6 +40,10 @@ void execOrReport(CliExec& command) {
     if (command.exec(std::nothrow) != 0) {
         command.reportError();
     }
+}
+
+void execOrLog(CliExec command) {
+    debugLogged([&command] { command.exec(); });
 }
 
 std::string askPanel(const std::string& utility, std::initializer_list<std::string> arguments) {

@@ -32,6 +32,10 @@ void runPanelCommand(const std::string& utility, std::initializer_list<std::stri
 // one that stands for a failure of the gate.
 void execOrReport(CliExec& command);
 
+// Runs the command. A code other than 0, and one that stands for a failure of the gate, is in the
+// debug log and nowhere else.
+void execOrLog(CliExec command);
+
 // What a utility says when it is asked: its standard output. Its code counts only where there is
 // nothing to read. Raises ExecCmd::Failed then.
 std::string askPanel(const std::string& utility, std::initializer_list<std::string> arguments);

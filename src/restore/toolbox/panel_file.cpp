@@ -34,6 +34,11 @@ RMKTmpFile makeFile(const std::string& prefix) {
 
 PanelFile::PanelFile(const std::string& prefix) : file_(makeFile(prefix)) {}
 
+PanelFile::PanelFile(const std::string& prefix, const std::string& text) : PanelFile(prefix) {
+    handOver();
+    write(text);
+}
+
 void PanelFile::handOver() const {
     uid_t user = 0;
     gid_t group = 0;

@@ -13,6 +13,9 @@ class PanelFile {
   public:
     // prefix: start of the file's name. Raises CantCreateTempFile.
     explicit PanelFile(const std::string& prefix);
+    // The same with the text in it, and given to the panel before there is anything to read. Raises
+    // CantWriteTempFile too.
+    PanelFile(const std::string& prefix, const std::string& text);
 
     // Gives the file to the panel's own user and group. A failure is only logged, through
     // messlog2: a utility that runs as root reads the file all the same.
