@@ -13,9 +13,15 @@ struct Place {
 };
 
 constexpr std::size_t kAny = 100;
-const Place kPlaces[] = {{"QRD_PASSWORD=", {7, 16}, 0, 0},    {"QRD_CRYPTED_PASSWORD=", {7}, 0, 0},
-                         {" -fppasswd ", {7}, 0, 0},          {" backup_", {7}, 0, 0},
-                         {"/opt/qrd/RMK/tmp/", {6}, 0, kAny}, {"/migration.", {6}, 1, kAny}};
+const Place kPlaces[] = {{"QRD_PASSWORD=", {7, 16}, 0, 0},
+                         {"QRD_CRYPTED_PASSWORD=", {7}, 0, 0},
+                         {" -fppasswd ", {7}, 0, 0},
+                         {" backup_", {7}, 0, 0},
+                         {"/opt/qrd/RMK/tmp/", {6}, 0, kAny},
+                         {"/migration.", {6}, 1, kAny},
+                         // A random word that nothing parts from what it follows.
+                         {"/RMK/tmp/cert.", {9}, 0, 0},
+                         {"/RMK/tmp/sso.idp.", {9}, 0, 0}};
 
 bool isWord(char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0; }
 

@@ -86,6 +86,7 @@ Commands hostingCommands();
 Commands mailCommands();
 Commands mailListCommands();
 Commands serverCommands();
+Commands serverSettingsCommands();
 Commands serviceCommands();
 Commands templateCommands();
 Commands zoneCommands();

@@ -113,18 +113,34 @@ Answer showDefaultServer(Model& model, const Request& request) {
                               .value_or("localhost"));
 }
 
+// Of type and name; its administrator's password is known unless it came encrypted.
+void keepServer(Model& model, const Request& request, const std::string& login) {
+    const std::string name = typeOption(request) + " " + request.name;
+    const Object root = theServer(model, request);
+    if (model.find("dbserver", name, root)) {
+        throw Refusal("dbserver " + quoteWord(name) + " exists already");
+    }
+    const Object server = model.insert("dbserver", name, root);
+    model.setOption(server, {kSystem, "login", login});
+    if (const std::string* password = request.call.env("QRD_PASSWORD")) {
+        model.setOption(server, {kSystem, "password", *password});
+    }
+}
+
+Answer createServer(Model& model, const Request& request) {
+    request.neededOption("passwd");
+    keepServer(model, request, request.neededOption("admin"));
+    return {};
+}
+
 // For set-ups: a server whose administrator is known, and which is its type's default from then on.
 Answer registerServer(Model& model, const Request& request) {
-    const std::string& type = typeOption(request);
-    const Object root = theServer(model, request);
-    const std::string* password = request.call.env("QRD_PASSWORD");
-    if (password == nullptr) {
+    if (request.call.env("QRD_PASSWORD") == nullptr) {
         throw Refusal("--register needs QRD_PASSWORD");
     }
-    const Object server = model.insert("dbserver", type + " " + request.name, root);
-    model.setOption(server, {kSystem, "login", request.neededOption("login")});
-    model.setOption(server, {kSystem, "password", *password});
-    model.setOption(root, {kSystem, defaultOf(type), request.name});
+    keepServer(model, request, request.neededOption("login"));
+    model.setOption(theServer(model, request),
+                    {kSystem, defaultOf(typeOption(request)), request.name});
     return {};
 }
 
@@ -156,6 +172,7 @@ constexpr Command kRows[] = {
     {"database-registrar", "--get-credentials", Shape::kName, "", kServer, showCredentials,
      noCredentials},
     {"database-registrar", "--register", Shape::kName, "", kServer, registerServer},
+    {"database-server", "--create-server", Shape::kName, "", kServer, createServer},
 };
 
 }  // namespace

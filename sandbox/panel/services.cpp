@@ -1,12 +1,9 @@
 // The utilities of the small things that accounts and domains have: certificates, skeletons,
 // buttons, cron tables, Java applications and the filters of web statistics.
-#include <fcntl.h>
-#include <sys/stat.h>
-
 #include <optional>
 
-#include "files.h"
 #include "panel/command.h"
+#include "panel/given_file.h"
 #include "panel/objects.h"
 #include "panel/system_objects.h"
 #include "panel/system_users.h"
@@ -15,14 +12,6 @@
 namespace sandbox {
 
 namespace {
-
-std::string readNow(const std::string& path) {
-    const auto text = readFile(path);
-    if (!text) {
-        throw Refusal("there is no file " + quoteWord(path));
-    }
-    return *text;
-}
 
 // ---- certificates --------------------------------------------------------
 
@@ -35,20 +24,6 @@ Object certificateRepository(Model& model, const Request& request) {
 
 constexpr ParentRule kRepository{"domain", certificateRepository};
 constexpr char kRepositoryFlags[] = "admin default";
-
-// Reads what only the panel's own user may read: a key that others could read for a moment is no
-// secret any more.
-std::string readSecret(const std::string& path) {
-    const Fd fd(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW));
-    struct stat status {};
-    if (!fd || fstat(fd.get(), &status) != 0) {
-        throw Refusal("there is no file " + quoteWord(path));
-    }
-    if (status.st_uid != systemUserId("qrdadm") || (status.st_mode & 07777) != 0600) {
-        throw Refusal(quoteWord(path) + " must be qrdadm's alone");
-    }
-    return readAll(fd.get());
-}
 
 // Of a file its size is kept.
 Answer createCertificate(Model& model, const Request& request) {
@@ -118,7 +93,7 @@ Answer buttonId(const std::string& id) {
 
 Answer createButton(Model& model, const Request& request) {
     if (const std::string* icon = request.option("file")) {
-        readNow(*icon);
+        readGiven(*icon);
     }
     const Object owner = buttonOwner(model, request);
     const Object button =
@@ -149,7 +124,7 @@ Answer setCronTable(Model& model, const Request& request) {
     if (request.words.size() != 1) {
         throw Refusal("a file and a user are needed");
     }
-    const std::string table = readNow(request.name);
+    const std::string table = readGiven(request.name);
     model.setOption(cronUser(model, request.words.front()), {"crontabmng", "table", table});
     return {};
 }
@@ -158,7 +133,7 @@ Answer setCronTable(Model& model, const Request& request) {
 
 // "--install PATH": an application has the name of its archive.
 Answer installApplication(Model& model, const Request& request) {
-    readNow(request.name);
+    readGiven(request.name);
     const std::string file = request.name.substr(request.name.rfind('/') + 1);
     const std::string name = file.substr(0, file.rfind('.'));
     const Object domain = domainOption(model, request);
