@@ -12,6 +12,7 @@ TEST(Mail, GetsItsContentAfterItsUsers) { runCases("mail/content.txt"); }
 TEST(Run, GoesThroughItsStages) { runCases("options/runs.txt"); }
 TEST(Run, SetsTheDefaultDomainsOfAddresses) { runCases("options/default_domains.txt"); }
 TEST(Server, IsConfigured) { runCases("server/configuration.txt"); }
+TEST(Server, GetsItsSettings) { runCases("server/settings.txt"); }
 TEST(Sites, AreTurnedOnAndSetInTheirOrder) { runCases("sites/hosting.txt"); }
 TEST(Sites, GetTheirContentAfterItsOwnersExist) { runCases("sites/content.txt"); }
 TEST(Sites, HaveSubdomains) { runCases("sites/subdomains.txt"); }

@@ -4,9 +4,18 @@
 
 #include "report/debug_log.h"
 #include "report/guard.h"
+#include "restore/server/database_servers.h"
 #include "restore/server/initial_configuration.h"
+#include "restore/server/server_dns.h"
+#include "restore/server/server_mail.h"
+#include "restore/server/server_objects.h"
+#include "restore/server/server_preferences.h"
+#include "restore/server/server_spam.h"
+#include "restore/server/server_sso.h"
 #include "restore/server/server_templates.h"
+#include "restore/server/server_visibility.h"
 #include "restore/toolbox/run_settings.h"
+#include "restore/toolbox/walk.h"
 
 namespace zelvo {
 
@@ -15,11 +24,27 @@ namespace {
 // When a step is taken.
 enum class Runs { always, onFirstConfiguration };
 
+// What a step calls. Null for one that is not built: each node of its source is reported then.
+struct Deploy {
+    using Function = void (*)(const XmlNode&);
+
+    constexpr Deploy(Function forServer = nullptr) : function(forServer) {}
+
+    Function function;
+    // It is called with each node of the step's source, and not with the server.
+    bool isForNodes = false;
+};
+
+constexpr Deploy onEach(Deploy::Function forNode) {
+    Deploy deploy(forNode);
+    deploy.isForNodes = true;
+    return deploy;
+}
+
 // A step of the server's settings: it is due when the server has what it reads.
 struct Step {
     const char* source;
-    // Null for a step that is not built: each node of its source is reported then.
-    void (*deploy)(const XmlNode& server) = nullptr;
+    Deploy deploy = {};
     // What the debug log says besides when it failed; empty for nothing.
     const char* failure = "";
     Runs runs = Runs::always;
@@ -27,35 +52,44 @@ struct Step {
 
 // In the order in which the settings depend on each other.
 const Step kSteps[] = {
-    {"sso-settings"},
-    {"db-servers/db-server"},
-    {"mail-settings"},
-    {"dns-settings", nullptr, "Server DNS deployment was failed"},
-    {"certificates/certificate", nullptr, "Server certificates deployment was failed",
-     Runs::onFirstConfiguration},
-    {"interface-preferences/custom-button", nullptr, "Server custom buttons deployment was failed"},
-    {"interface-preferences/controls-visibility", nullptr, "Server controls visibility was failed"},
+    {"sso-settings", ssoRegistration},
+    {"db-servers/db-server", deployDatabaseServers},
+    {"mail-settings", onEach(deployServerMail)},
+    {"dns-settings", onEach(deployServerDns), "Server DNS deployment was failed"},
+    {"certificates/certificate", deployServerCertificates, "", Runs::onFirstConfiguration},
+    {"interface-preferences/custom-button", deployServerCustomButtons},
+    {"interface-preferences/controls-visibility", onEach(deployServerControlsVisibility),
+     "Server controls visibility was failed"},
     {"account-templates/domain-template", deployServerDomainTemplates},
     {"account-templates/client-template", deployServerClientTemplates},
     {"account-templates/reseller-template", deployServerResellerTemplates},
     {"application-vault", nullptr, "Server application vault deployment was failed"},
-    {"spamassassin | grey-listing", nullptr, "Spamassassin server settings deployment was failed"},
-    {"server-preferences/* | backup-settings"},
-    {"sso-settings/sso-branding/record"},
-    {"wz-config/wz-param"},
-    {"(properties/system-ip)[1]", nullptr, "", Runs::onFirstConfiguration},
+    {"spamassassin | grey-listing", deploySpamSettings,
+     "Spamassassin server settings deployment was failed"},
+    {"server-preferences/* | backup-settings", deployServerPreferences},
+    {"sso-settings/sso-branding/record", onEach(deploySSOBranding)},
+    {"wz-config/wz-param", onEach(deployWzParam)},
+    {".", deployAddressCertificates, "", Runs::onFirstConfiguration},
     {"content/cid[@type='skeleton']", deployServerSkeletons},
-    {"virusfilter"},
+    {"virusfilter | mail-settings/virusfilter", deployServerVirusfilter},
 };
 
 bool isDue(const Step& step) { return step.runs == Runs::always || wasInitialConfiguration; }
 
-void take(const Step& step, const XmlNode& server) {
-    if (step.deploy == nullptr) {
-        reportUnsupported(server, step.source);
-    } else if (server.test(step.source) && !guarded([&] { step.deploy(server); }) &&
-               *step.failure != '\0') {
+// node: what the step's function takes.
+void call(const Step& step, const XmlNode& node) {
+    if (!guarded([&] { step.deploy.function(node); }) && *step.failure != '\0') {
         theDebugLog->log(std::string(step.failure));
+    }
+}
+
+void take(const Step& step, const XmlNode& server) {
+    if (step.deploy.function == nullptr) {
+        reportUnsupported(server, step.source);
+    } else if (step.deploy.isForNodes) {
+        forEachNode(server, step.source, [&step](const XmlNode& node) { call(step, node); });
+    } else if (server.test(step.source)) {
+        call(step, server);
     }
 }
 

@@ -34,5 +34,6 @@ ERROR_TAG(CantReadPkgVersion, "Can not read the version of package %1%: %2%");
 ERROR_TAG(ClientDoesNotExist, "Client %1% does not exist, but is expected to.");
 ERROR_TAG(UnknownParentClassObject, "Cannot find parent with guid '%1%' ['%2%'].");
 ERROR_TAG(CantWriteTempFile, "Can not write temporary file '%1%': %2%.");
+ERROR_TAG(NotValidSsoInfo, "Valid SSO information does not exist in Zelvo and in backup file");
 ERROR_TAG(NotAProperSubdomain, "%1% is not a proper subdomain of %2%");
 ERROR_TAG(UnsafeText, "The base64 text of %1% holds a NUL, which would cut it short");

@@ -1,0 +1,21 @@
+// What the server has of the objects that accounts and domains have too.
+#pragma once
+
+#include "xml/xml_node.h"
+
+namespace zelvo {
+
+// These take the `server` element. The failure of one object is told and costs no other. That a
+// certificate or a button failed is told by a line in the debug log, too.
+
+// Each `certificates/certificate`, into the server's own repository.
+void deployServerCertificates(const XmlNode& server);
+
+// Each `interface-preferences/custom-button`, as the administrator's.
+void deployServerCustomButtons(const XmlNode& server);
+
+// The certificates that the addresses show: all give theirs back, and then each
+// `properties/system-ip` gets its own. The failure of one is told.
+void deployAddressCertificates(const XmlNode& server);
+
+}  // namespace zelvo
