@@ -88,6 +88,7 @@ Commands mailListCommands();
 Commands serverCommands();
 Commands serverSettingsCommands();
 Commands serviceCommands();
+Commands siteAppCommands();
 Commands templateCommands();
 Commands zoneCommands();
 

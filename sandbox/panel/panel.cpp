@@ -32,7 +32,7 @@ Found lookUp(const Call& call) {
     for (const Commands rows :
          {accountCommands(), domainCommands(), hostingCommands(), serviceCommands(), zoneCommands(),
           mailCommands(), mailListCommands(), databaseCommands(), addressCommands(),
-          templateCommands(), serverCommands(), serverSettingsCommands()}) {
+          templateCommands(), serverCommands(), serverSettingsCommands(), siteAppCommands()}) {
         for (const Command& row : rows) {
             if (row.utility != call.utility) {
                 continue;

@@ -108,7 +108,9 @@ constexpr std::pair<std::string_view, std::string_view> kRefused[] = {
      "database shop is not of type postgresql"},
     {"database --update shop -add_user bob -type mysql", "--update needs -passwd"},
     {"database --update shop -remove_user bob", "dbuser bob does not exist"},
-    {"siteapp --off a.com", "unknown utility siteapp"}};
+    {"siteapp-item --create -sapp-name wiki -sapp-version 1.2",
+     "sapp-package 'wiki 1.2' does not exist"},
+    {"sapp-items-pool --off a.com", "unknown utility sapp-items-pool"}};
 
 // Catches: a panel that takes what a real one would not.
 TEST(Refusals, SayWhyAndChangeNothing) {
@@ -131,7 +133,7 @@ TEST(Refusals, SayWhyAndChangeNothing) {
         EXPECT_EQ(box.panel(), held) << call;
     }
     box.writeFile("accept-unknown", "");
-    EXPECT_EQ(box.runCommand(utility("siteapp", {"--off", "a.com"})).exitStatus, 0);
+    EXPECT_EQ(box.runCommand(utility("sapp-items-pool", {"--off", "a.com"})).exitStatus, 0);
 }
 
 TEST(Panel, RemembersWhatItWasTold) {
