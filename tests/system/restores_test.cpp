@@ -13,6 +13,8 @@ TEST(Run, GoesThroughItsStages) { runCases("options/runs.txt"); }
 TEST(Run, SetsTheDefaultDomainsOfAddresses) { runCases("options/default_domains.txt"); }
 TEST(Server, IsConfigured) { runCases("server/configuration.txt"); }
 TEST(Server, GetsItsSettings) { runCases("server/settings.txt"); }
+TEST(SiteApplications, ComeFromTheVaultToTheClients) { runCases("site_apps/vault.txt"); }
+TEST(SiteApplications, AreInstalled) { runCases("site_apps/installed.txt"); }
 TEST(Sites, AreTurnedOnAndSetInTheirOrder) { runCases("sites/hosting.txt"); }
 TEST(Sites, GetTheirContentAfterItsOwnersExist) { runCases("sites/content.txt"); }
 TEST(Sites, HaveSubdomains) { runCases("sites/subdomains.txt"); }

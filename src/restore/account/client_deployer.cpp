@@ -8,6 +8,7 @@
 #include "restore/domain/domain_deployer.h"
 #include "restore/objects/custom_button.h"
 #include "restore/objects/domain_template_deployer.h"
+#include "restore/objects/site_app_pool.h"
 #include "restore/objects/skeleton.h"
 #include "restore/toolbox/limit_number.h"
 #include "restore/toolbox/option_table.h"
@@ -149,7 +150,7 @@ void ClientDeployer::deployProperties(const XmlNode& node) const {
     guarded([&] { deployPreferences(node); });
     node.foreach (
         "ip_pool/ip", [this](const XmlNode& address) { deployIpPool(address); }, deploy_error_func);
-    reportUnsupported(node, "sapp-pool/sapp-item");
+    deployEach(node, "sapp-pool/sapp-item", SiteAppClientDeployer(name_));
     if (node.test("traffic")) {
         guarded([&] { loadTraffic("--add-batch-user", name_, node.getNode("traffic")); });
     }

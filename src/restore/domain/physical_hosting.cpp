@@ -17,6 +17,7 @@
 #include "restore/domain/web_user.h"
 #include "restore/domain/webalizer.h"
 #include "restore/objects/cron.h"
+#include "restore/objects/installed_site_app.h"
 #include "restore/objects/log_rotation.h"
 #include "restore/toolbox/option_table.h"
 #include "restore/toolbox/panel_command.h"
@@ -222,7 +223,7 @@ void PhysicalHostingDeployer::deployAnonFtp(const XmlNode& anonftp, const Domain
 
 void PhysicalHostingDeployer::deployObjects(const XmlNode& node, const DomainInfo& site,
                                             DomainVHostRefferred& content) {
-    reportUnsupported(node, "applications/sapp-installed");
+    deployEach(node, "applications/sapp-installed", InstalledSiteAppDeployer(site, content));
     if (node.test("preferences/anonftp")) {
         guarded([&] { deployAnonFtp(node.getNode("preferences/anonftp"), site, content); });
     }

@@ -10,6 +10,7 @@
 #include "restore/domain/performance.h"
 #include "restore/domain/start_pages.h"
 #include "restore/objects/cron.h"
+#include "restore/objects/installed_site_app.h"
 #include "restore/toolbox/deploy_action.h"
 #include "restore/toolbox/option_table.h"
 #include "restore/toolbox/panel_command.h"
@@ -45,7 +46,7 @@ void tSubdomainDeployer::deploySubdomain(const XmlNode& node, const std::string&
     if (node.test("sysuser")) {
         deployCronTables(node.getNode("sysuser"));
     }
-    reportUnsupported(node, "applications/sapp-installed");
+    deploySiteApps(node, name);
 }
 
 void tSubdomainDeployer::create(const XmlNode& node, const std::string& name) const {
@@ -77,6 +78,13 @@ void tSubdomainDeployer::gatherContent(const XmlNode& node, const std::string& n
         removeStartPages(directory);
     }
     content_->addSubDomain(node, name, user);
+}
+
+void tSubdomainDeployer::deploySiteApps(const XmlNode& node, const std::string& name) const {
+    DomainInfo site = domain_;
+    site.systemUser = contentUser(node);
+    deployEach(node, "applications/sapp-installed",
+               InstalledSiteAppDeployer(site, *content_, name));
 }
 
 std::string tSubdomainDeployer::contentUser(const XmlNode& node) const {

@@ -29,6 +29,7 @@ class tSubdomainDeployer : public XmlDeployDocAbility {
     void remove(const std::string& name) const;
     CliExec update(const std::string& name) const;
     void gatherContent(const XmlNode& node, const std::string& name) const;
+    void deploySiteApps(const XmlNode& node, const std::string& name) const;
     std::string contentUser(const XmlNode& node) const;
 
     DomainInfo domain_;

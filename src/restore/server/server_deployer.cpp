@@ -13,6 +13,7 @@
 #include "restore/server/server_spam.h"
 #include "restore/server/server_sso.h"
 #include "restore/server/server_templates.h"
+#include "restore/server/server_vault.h"
 #include "restore/server/server_visibility.h"
 #include "restore/toolbox/run_settings.h"
 #include "restore/toolbox/walk.h"
@@ -63,7 +64,7 @@ const Step kSteps[] = {
     {"account-templates/domain-template", deployServerDomainTemplates},
     {"account-templates/client-template", deployServerClientTemplates},
     {"account-templates/reseller-template", deployServerResellerTemplates},
-    {"application-vault", nullptr, "Server application vault deployment was failed"},
+    {"application-vault", deployServerApplicationVault},
     {"spamassassin | grey-listing", deploySpamSettings,
      "Spamassassin server settings deployment was failed"},
     {"server-preferences/* | backup-settings", deployServerPreferences},

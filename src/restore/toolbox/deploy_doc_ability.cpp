@@ -79,11 +79,7 @@ void tDeployDocAbility::tryInstallSkin(const XmlNode& node, const std::string& u
 }
 
 bool deployEach(const XmlNode& node, const std::string& expr, const XmlDeployDocAbility& deployer) {
-    bool wentThrough = true;
-    forEachNode(node, expr, [&](const XmlNode& found) {
-        wentThrough = guarded([&] { deployer.act(found); }) && wentThrough;
-    });
-    return wentThrough;
+    return guardedEach(node, expr, [&deployer](const XmlNode& found) { deployer.act(found); });
 }
 
 void addPermission(CmdLine& cmd, const XmlNode& permission) {

@@ -22,6 +22,8 @@ ERROR_TAG(FailedWebuserDeployment, "Failed deployment of webuser %1% (domain %2%
 ERROR_TAG(FailedMailuserDeployment, "Failed deployment of mail user %1%@%2%");
 ERROR_TAG(FailedDatabaseDeployment, "Failed deployment of database %1% (domain %2%)");
 ERROR_TAG(FailedDatabaseUserDeployment, "Failed deployment of database user %1% of database %2%");
+ERROR_TAG(FailedSiteAppDeployment, "Can not deploy site application %1% on domain %2%");
+ERROR_TAG(NoSiteAppPackage, "SiteApplicationPackage %1% does not exist.");
 ERROR_TAG(SkippedDatabaseDeployment,
           "Skipped deployment of database %1% (domain %2%): administrator credentials not set");
 ERROR_TAG(PostgresMigrationIsImpossibleToLowerVersion,

@@ -1,0 +1,12 @@
+// The server's vault of site applications among its settings.
+#pragma once
+
+#include "xml/xml_node.h"
+
+namespace zelvo {
+
+// Restores each `application-vault` of the server. The failures are told one by one, and the debug
+// log has a line besides if there was any.
+void deployServerApplicationVault(const XmlNode& server);
+
+}  // namespace zelvo
