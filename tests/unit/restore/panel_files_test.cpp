@@ -13,6 +13,8 @@
 #include "restore/domain/webalizer.h"
 #include "restore/objects/certificate.h"
 #include "restore/objects/cron.h"
+#include "restore/objects/file_list.h"
+#include "restore/objects/installed_site_app.h"
 #include "told.h"
 #include "xml/xml_document.h"
 
@@ -33,9 +35,11 @@ class PanelFiles : public testing::Test {
     PanelFiles() {
         CliExec::first_run = CliExec::use_gate = false;
         fs::create_directories(tmp_);
-        for (const char* utility : {"admin/vlib/api-cli/certificate.php",
-                                    "admin/vlib/api-cli/webstat.php", "admin/sbin/crontabmng"}) {
-            const fs::path path = panelBox.dir.path("product/") + utility;
+        for (const char* utility : {"vlib/api-cli/certificate.php", "vlib/api-cli/custombutton.php",
+                                    "vlib/api-cli/database.php", "vlib/api-cli/siteapp-item.php",
+                                    "vlib/api-cli/siteapp-registrar.php",
+                                    "vlib/api-cli/webstat.php", "sbin/crontabmng"}) {
+            const fs::path path = panelBox.dir.path("product/admin/") + utility;
             fs::create_directories(path.parent_path());
             std::ofstream(path) << kUtility;
             fs::permissions(path, fs::perms(0755));
@@ -49,13 +53,16 @@ class PanelFiles : public testing::Test {
         tXmlRmkDocument dump("<dump>" + element + "</dump>");
         dump.initFileDoc("dump");
         deployer.act(XmlNode(dump.doc(), dump.root()).getNode("*"));
+        EXPECT_TRUE(fs::is_empty(tmp_)) << element;
+        return takeCalls();
+    }
+    static std::string takeCalls() {
         std::string calls;
         for (const char* directory : {"vlib/api-cli", "sbin"}) {
             const std::string journal = panelBox.dir.path("product/admin/") + directory + "/calls";
             calls += contentOf(journal);
             fs::remove(journal);
         }
-        EXPECT_TRUE(fs::is_empty(tmp_)) << element;
         return calls;
     }
 
@@ -107,6 +114,48 @@ TEST_F(PanelFiles, AreWholeOrNotHandedOut) {
         EXPECT_EQ(faultOf([&] { callsFor(cron, large); }).substr(0, fault.size()), fault);
         EXPECT_EQ(callsFor(WebalizerDeployer("a"), "<webalizer/>"), "") << "nothing was called";
     }
+}
+
+// Catches: passwords that others can read, an element that the registrar gets in part, or with what
+// stands around it.
+TEST_F(PanelFiles, HoldTheElementOfAnApplication) {
+    const std::string element =
+        "<sapp-installed><sapp-spec><sapp-name>w\u00efki</sapp-name></sapp-spec>"
+        "<settings>a <b/>\n</settings></sapp-installed>";
+    tXmlRmkDocument hosting;
+    hosting.initNewDoc("phosting");
+    DomainVHostRefferred content(XmlNode(hosting.doc(), hosting.root()), "a", "");
+    const InstalledSiteAppDeployer applications({"a", "bob", ""}, content, "s");
+    EXPECT_EQ(callsFor(applications, element),
+              "siteapp-item --add-to-pool bob -sapp-name w\u00efki -sapp-version \n"
+              "siteapp-registrar --register [4711:4712 600:<sapp-installed>\n  <sapp-spec>\n"
+              "    <sapp-name>w&#xEF;ki</sapp-name>\n  </sapp-spec>\n"
+              "  <settings>a <b/>\n</settings>\n</sapp-installed>] -subdomain s.a -print-id\n");
+    const SmallDisk disk(tmp_, "size=4k");
+    EXPECT_EQ(callsFor(applications, "<a>" + std::string(5000, '#') + "</a>"), "");
+}
+
+// Catches: a list that is lost with another one, and an empty one that is sent.
+TEST_F(PanelFiles, AndResourcesOfAnApplicationGo) {
+    deleteLinkedResources({"1", "2"}, {}, {"-3"});
+    deleteLinkedResources({}, {"1:4"}, {"5"});
+    EXPECT_EQ(takeCalls(),
+              "database --remove-dbs 1,2\ndatabase --remove-dbus 1:4\ncustombutton --remove 5\n");
+    const std::string root = tmp_ + "/app";
+    fs::create_directories(root + "/sub");
+    std::ofstream(root + "/sub/a");
+    std::ofstream(root + "/b");
+    const std::vector<std::string> files{root + "/./sub/../sub/a", root + "//b", root + "/gone"};
+    std::ostringstream list;
+    saveFilelist(reduceFileList(root, files), list);
+    EXPECT_EQ(list.str(), "sub/a\nb\ngone\n");
+    EXPECT_EQ(faultOf([&] { reduceFileList(root, {root + "/../b"}); }),
+              "UnsafeName: '" + root +
+                  "/../b' can not be the name of an application's file: it is in another place");
+    removeFilelist(files);
+    EXPECT_FALSE(fs::exists(root + "/b"));
+    EXPECT_TRUE(fs::is_empty(root + "/sub"));
+    fs::remove_all(root);
 }
 
 // Catches: a server without the panel's account on which the run ends in the middle.
