@@ -25,18 +25,23 @@ namespace {
 // When a step is taken.
 enum class Runs { always, onFirstConfiguration };
 
-// What a step calls. Null for one that is not built: each node of its source is reported then.
+// What a step calls.
 struct Deploy {
-    using Function = void (*)(const XmlNode&);
+    using Raising = void (*)(const XmlNode&);
+    using Telling = bool (*)(const XmlNode&);
 
-    constexpr Deploy(Function forServer = nullptr) : function(forServer) {}
+    constexpr Deploy(Raising forNode) : raising(forNode) {}
+    constexpr Deploy(Telling forServer) : telling(forServer) {}
 
-    Function function;
+    // One of these two: the first raises its failure; the second tells its failures one by one and
+    // returns whether there was none.
+    Raising raising = nullptr;
+    Telling telling = nullptr;
     // It is called with each node of the step's source, and not with the server.
     bool isForNodes = false;
 };
 
-constexpr Deploy onEach(Deploy::Function forNode) {
+constexpr Deploy onEach(Deploy::Raising forNode) {
     Deploy deploy(forNode);
     deploy.isForNodes = true;
     return deploy;
@@ -45,7 +50,7 @@ constexpr Deploy onEach(Deploy::Function forNode) {
 // A step of the server's settings: it is due when the server has what it reads.
 struct Step {
     const char* source;
-    Deploy deploy = {};
+    Deploy deploy;
     // What the debug log says besides when it failed; empty for nothing.
     const char* failure = "";
     Runs runs = Runs::always;
@@ -57,14 +62,20 @@ const Step kSteps[] = {
     {"db-servers/db-server", deployDatabaseServers},
     {"mail-settings", onEach(deployServerMail)},
     {"dns-settings", onEach(deployServerDns), "Server DNS deployment was failed"},
-    {"certificates/certificate", deployServerCertificates, "", Runs::onFirstConfiguration},
-    {"interface-preferences/custom-button", deployServerCustomButtons},
+    {"certificates/certificate", deployServerCertificates,
+     "Server certificates deployment was failed", Runs::onFirstConfiguration},
+    {"interface-preferences/custom-button", deployServerCustomButtons,
+     "Server custom buttons deployment was failed"},
     {"interface-preferences/controls-visibility", onEach(deployServerControlsVisibility),
      "Server controls visibility was failed"},
-    {"account-templates/domain-template", deployServerDomainTemplates},
-    {"account-templates/client-template", deployServerClientTemplates},
-    {"account-templates/reseller-template", deployServerResellerTemplates},
-    {"application-vault", deployServerApplicationVault},
+    {"account-templates/domain-template", deployServerDomainTemplates,
+     "Server domain templates deployment was failed"},
+    {"account-templates/client-template", deployServerClientTemplates,
+     "Server client templates deployment was failed"},
+    {"account-templates/reseller-template", deployServerResellerTemplates,
+     "Server reseller templates deployment was failed"},
+    {"application-vault", deployServerApplicationVault,
+     "Server application vault deployment was failed"},
     {"spamassassin | grey-listing", deploySpamSettings,
      "Spamassassin server settings deployment was failed"},
     {"server-preferences/* | backup-settings", deployServerPreferences},
@@ -77,17 +88,20 @@ const Step kSteps[] = {
 
 bool isDue(const Step& step) { return step.runs == Runs::always || wasInitialConfiguration; }
 
+bool wentThrough(const Deploy& deploy, const XmlNode& node) {
+    return deploy.telling != nullptr ? deploy.telling(node)
+                                     : guarded([&] { deploy.raising(node); });
+}
+
 // node: what the step's function takes.
 void call(const Step& step, const XmlNode& node) {
-    if (!guarded([&] { step.deploy.function(node); }) && *step.failure != '\0') {
+    if (!wentThrough(step.deploy, node) && *step.failure != '\0') {
         theDebugLog->log(std::string(step.failure));
     }
 }
 
 void take(const Step& step, const XmlNode& server) {
-    if (step.deploy.function == nullptr) {
-        reportUnsupported(server, step.source);
-    } else if (step.deploy.isForNodes) {
+    if (step.deploy.isForNodes) {
         forEachNode(server, step.source, [&step](const XmlNode& node) { call(step, node); });
     } else if (server.test(step.source)) {
         call(step, server);

@@ -10,7 +10,7 @@ class ServerDeployer : public XmlDeployDocAbility {
   public:
     using XmlDeployDocAbility::act;
     // Configures the panel, then takes the steps of the server's settings in their order; each has
-    // a guard of its own. A step that is not built is reported with the element that asks for it.
+    // a guard of its own.
     void act(XmlNode node) const override;
 };
 

@@ -17,18 +17,14 @@ void log(const std::string& text) { theDebugLog->log(text); }
 
 }  // namespace
 
-void deployServerCertificates(const XmlNode& server) {
+bool deployServerCertificates(const XmlNode& server) {
     log("Server certificates deployment");
-    if (!deployEach(server, "certificates/certificate", CertificateDeployer(""))) {
-        log("Server certificates deployment was failed");
-    }
+    return deployEach(server, "certificates/certificate", CertificateDeployer(""));
 }
 
-void deployServerCustomButtons(const XmlNode& server) {
+bool deployServerCustomButtons(const XmlNode& server) {
     log("Server custom buttons deployment");
-    if (!deployEach(server, "interface-preferences/custom-button", CustomButtonDeployer("admin"))) {
-        log("Server custom buttons deployment was failed");
-    }
+    return deployEach(server, "interface-preferences/custom-button", CustomButtonDeployer("admin"));
 }
 
 void deployAddressCertificates(const XmlNode& server) {

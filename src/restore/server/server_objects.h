@@ -5,14 +5,14 @@
 
 namespace zelvo {
 
-// These take the `server` element. The failure of one object is told and costs no other. That a
-// certificate or a button failed is told by a line in the debug log, too.
+// These take the `server` element. The failure of one object is told and costs no other; the
+// first two return whether all went through.
 
 // Each `certificates/certificate`, into the server's own repository.
-void deployServerCertificates(const XmlNode& server);
+bool deployServerCertificates(const XmlNode& server);
 
 // Each `interface-preferences/custom-button`, as the administrator's.
-void deployServerCustomButtons(const XmlNode& server);
+bool deployServerCustomButtons(const XmlNode& server);
 
 // The certificates that the addresses show: all give theirs back, and then each
 // `properties/system-ip` gets its own. The failure of one is told.

@@ -13,32 +13,26 @@ namespace {
 
 constexpr const char* kOwner = "admin";
 
-// kind: as in the name of the element, "KIND-template".
-void deployTemplates(const XmlNode& server, const std::string& kind,
-                     const XmlDeployDocAbility& deployer) {
-    if (!deployEach(server, "account-templates/" + kind + "-template", deployer)) {
-        theDebugLog->log("Server " + kind + " templates deployment was failed");
-    }
-}
+void log(const std::string& title) { theDebugLog->log(title); }
 
 }  // namespace
 
-void deployServerDomainTemplates(const XmlNode& server) {
-    deployTemplates(server, "domain", DomainTemplateDeployer(kOwner));
+bool deployServerDomainTemplates(const XmlNode& server) {
+    return deployEach(server, "account-templates/domain-template", DomainTemplateDeployer(kOwner));
 }
 
-void deployServerClientTemplates(const XmlNode& server) {
-    theDebugLog->log(std::string("Server client templates deployment"));
-    deployTemplates(server, "client", ClientTemplateDeployer(kOwner));
+bool deployServerClientTemplates(const XmlNode& server) {
+    log("Server client templates deployment");
+    return deployEach(server, "account-templates/client-template", ClientTemplateDeployer(kOwner));
 }
 
-void deployServerResellerTemplates(const XmlNode& server) {
-    theDebugLog->log(std::string("Server reseller templates deployment"));
-    deployTemplates(server, "reseller", ResellerTemplateDeployer());
+bool deployServerResellerTemplates(const XmlNode& server) {
+    log("Server reseller templates deployment");
+    return deployEach(server, "account-templates/reseller-template", ResellerTemplateDeployer());
 }
 
-void deployServerSkeletons(const XmlNode& server) {
-    deployEach(server, "content/cid[@type='skeleton']", SkeletonDeployer(kOwner));
+bool deployServerSkeletons(const XmlNode& server) {
+    return deployEach(server, "content/cid[@type='skeleton']", SkeletonDeployer(kOwner));
 }
 
 }  // namespace zelvo

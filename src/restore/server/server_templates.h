@@ -5,14 +5,11 @@
 
 namespace zelvo {
 
-// Each restores what a `server` element holds of its kind, in document order. The failure of one
-// template is told, and the next one follows; that there was one, a last line of the debug log
-// says.
-void deployServerDomainTemplates(const XmlNode& server);
-void deployServerClientTemplates(const XmlNode& server);
-void deployServerResellerTemplates(const XmlNode& server);
-
-// Hands the skeletons of the server to the panel; each failure is told.
-void deployServerSkeletons(const XmlNode& server);
+// Each restores what a `server` element holds of its kind, in document order. A failure is told,
+// and the next one follows. They return whether all went through.
+bool deployServerDomainTemplates(const XmlNode& server);
+bool deployServerClientTemplates(const XmlNode& server);
+bool deployServerResellerTemplates(const XmlNode& server);
+bool deployServerSkeletons(const XmlNode& server);
 
 }  // namespace zelvo

@@ -8,15 +8,13 @@
 
 namespace zelvo {
 
-void deployServerApplicationVault(const XmlNode& server) {
+bool deployServerApplicationVault(const XmlNode& server) {
     theDebugLog->log(std::string("Server Application vault deployment"));
     bool wentThrough = true;
     forEachNode(server, "application-vault", [&wentThrough](const XmlNode& vault) {
         wentThrough = SiteAppVaultDeployer::deploy(vault) && wentThrough;
     });
-    if (!wentThrough) {
-        theDebugLog->log(std::string("Server application vault deployment was failed"));
-    }
+    return wentThrough;
 }
 
 }  // namespace zelvo

@@ -5,8 +5,8 @@
 
 namespace zelvo {
 
-// Restores each `application-vault` of the server. The failures are told one by one, and the debug
-// log has a line besides if there was any.
-void deployServerApplicationVault(const XmlNode& server);
+// Restores each `application-vault` of the server. The failures are told one by one; returns
+// whether there was none.
+bool deployServerApplicationVault(const XmlNode& server);
 
 }  // namespace zelvo

@@ -87,13 +87,4 @@ void addPermission(CmdLine& cmd, const XmlNode& permission) {
     appendOptions(permission, cmd, {{option.c_str(), "@value", falseOrTrue}});
 }
 
-void reportUnsupported(const XmlNode& node, const std::string& expr, const std::string& name) {
-    node.foreach (
-        expr,
-        [&name](const XmlNode& found) {
-            throw EXC(NotSupportedOperation) % (name.empty() ? found.str("name()") : name);
-        },
-        deploy_error_func);
-}
-
 }  // namespace zelvo

@@ -115,8 +115,4 @@ bool deployEach(const XmlNode& node, const std::string& expr, const XmlDeployDoc
 // "-NAME false" when a `permission` element's @value is "false", otherwise "-NAME true".
 void addPermission(CmdLine& cmd, const XmlNode& permission);
 
-// Tells of each node that the expression finds below the element that it cannot be restored, as
-// NotSupportedOperation. name: what the report calls it; by default the name of the node.
-void reportUnsupported(const XmlNode& node, const std::string& expr, const std::string& name = "");
-
 }  // namespace zelvo
