@@ -6,7 +6,9 @@ namespace zelvo {
 
 int tLogExecCmd::exec() {
     for (const auto& [name, value] : env) {
-        theDebugLog->log("ENV[" + name + "]=" + value);
+        std::string line = "ENV[";
+        line.append(name).append("]=").append(value);
+        theDebugLog->log(line);
     }
     theDebugLog->log("Executing utility: " + getString());
     ExecCmd::exec();

@@ -24,7 +24,7 @@ std::string address(const std::string& text, const std::string&) {
     return DnsRecordDeployer::fixIpAddr(text);
 }
 
-constexpr FieldRule subdomain = DnsRecordDeployer::getSubDomain;
+constexpr FieldRule subDomain = DnsRecordDeployer::getSubDomain;
 
 struct Field {
     const char* item = nullptr;
@@ -37,12 +37,12 @@ struct EntryForm {
     Field fields[3];
 };
 
-constexpr EntryForm kForms[] = {{"A", {{"@src", subdomain}, {"@dst", address}}},
-                                {"NS", {{"@src", subdomain}, {"@dst"}}},
-                                {"CNAME", {{"@src", subdomain}, {"@dst"}}},
-                                {"TXT", {{"@src", subdomain}, {"@dst"}}},
-                                {"MX", {{"@src", subdomain}, {"@dst"}, {"@opt"}}},
-                                {"PTR", {{"@src"}, {"@dst", subdomain}, {"@opt"}}},
+constexpr EntryForm kForms[] = {{"A", {{"@src", subDomain}, {"@dst", address}}},
+                                {"NS", {{"@src", subDomain}, {"@dst"}}},
+                                {"CNAME", {{"@src", subDomain}, {"@dst"}}},
+                                {"TXT", {{"@src", subDomain}, {"@dst"}}},
+                                {"MX", {{"@src", subDomain}, {"@dst"}, {"@opt"}}},
+                                {"PTR", {{"@src"}, {"@dst", subDomain}, {"@opt"}}},
                                 {"SRV", {{"@src"}, {"@dst"}, {"@opt"}}},
                                 {"master", {{"@src", address}}}};
 
