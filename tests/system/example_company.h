@@ -1,4 +1,4 @@
-// The example company as a test restores it.
+// The examples as a test restores them.
 #pragma once
 
 #include "process.h"
@@ -7,15 +7,18 @@
 
 #include <filesystem>
 #include <stdexcept>
+#include <string>
 
-// Puts the archives of the example into the session. They are made once.
-inline void addExampleArchives(const Sandbox& box) {
-    static const TempDir made = TempDir::inMemory();
-    static const ProcessResult making =
-        Process({SOURCE_DIR "/examples/hosting-company/make-archives", made.path("")},
-                {"PATH=/usr/bin:/bin"})
-            .wait();
-    if (making.exitStatus != 0) throw std::runtime_error("make-archives: " + making.err);
-    std::filesystem::copy(made.path(""), box.sessionDir(),
-                          std::filesystem::copy_options::recursive);
+// Puts the archives of an example into the session. They are made once.
+inline void addExampleArchives(const Sandbox& box, const std::string& name = "hosting-company") {
+    static const TempDir all = TempDir::inMemory();
+    const std::string made = all.path(name);
+    if (!std::filesystem::exists(made)) {
+        const ProcessResult making =
+            Process({SOURCE_DIR "/examples/" + name + "/make-archives", made},
+                    {"PATH=/usr/bin:/bin"})
+                .wait();
+        if (making.exitStatus != 0) throw std::runtime_error("make-archives: " + making.err);
+    }
+    std::filesystem::copy(made, box.sessionDir(), std::filesystem::copy_options::recursive);
 }
