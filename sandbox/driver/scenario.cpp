@@ -182,6 +182,10 @@ std::string statusOf(const Sandbox& box) {
            (found[5].matched ? found.format(", $6 $5") : "");
 }
 
+std::string dumpOf(const Case& one) {
+    return "<migration-dump>" + wholeDump(withItems(one.part("dump"))) + "</migration-dump>";
+}
+
 void prepare(Sandbox& box, const Case& one) {
     box.setup(oneALine(one.part("before")));
     box.faults(one.part("faults"));
@@ -189,8 +193,7 @@ void prepare(Sandbox& box, const Case& one) {
         if (title.starts_with("archive "))
             makeArchive(box.sessionDir() + "/" + title.substr(8), text);
     }
-    box.writeDump("<migration-dump>" + wholeDump(withItems(one.part("dump"))) +
-                  "</migration-dump>");
+    box.writeDump(dumpOf(one));
 }
 
 void expectNoPasswordInArguments(const Sandbox& box) {

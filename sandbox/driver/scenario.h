@@ -66,6 +66,8 @@ void runCases(const std::string& file);
 
 // ---- the pieces, for tests that build their texts ----
 
+// The dump as it is restored.
+std::string dumpOf(const Case& one);
 // The panel, its faults, the archives and the dump are as the case says.
 void prepare(Sandbox& box, const Case& one);
 // As in "calls:", one a line.
