@@ -72,7 +72,7 @@ void BareCommand::run() const {
     readToEnd(out[0]);
     readToEnd(err[0]);
     int status = 0;
-    if (error != 0 || waitpid(pid, &status, 0) != pid || status != 0) {
+    if (error != 0 || waitpid(pid, &status, 0) != pid || !WIFEXITED(status)) {
         throw std::runtime_error("cannot run " + arguments_[0]);
     }
 }

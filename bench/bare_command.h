@@ -19,7 +19,7 @@ class BareCommand {
     BareCommand(BareCommand&&) = default;
 
     // Runs it with nothing on standard input, reads its output to the end and waits for it. Raises
-    // std::runtime_error when its status is not 0.
+    // std::runtime_error when it could not be started or was ended by a signal.
     void run() const;
 
     const std::vector<std::string>& arguments() const { return arguments_; }

@@ -54,11 +54,12 @@ std::vector<BareCommand> readCommands(const std::string& logFile) {
     return commands;
 }
 
-std::size_t countCommands(const std::string& logFile) {
+std::size_t countCommands(const std::string& logFile, std::string_view text) {
     std::ifstream log(logFile);
     std::size_t count = 0;
     for (std::string line; std::getline(log, line);) {
-        count += line.find(kCommandMark) != std::string::npos ? 1 : 0;
+        const auto call = behind(line, kCommandMark);
+        count += call && call->find(text) != std::string::npos ? 1 : 0;
     }
     return count;
 }

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "bare_command.h"
@@ -13,7 +14,7 @@ namespace bench {
 // Raises std::runtime_error for a log without commands.
 std::vector<BareCommand> readCommands(const std::string& logFile);
 
-// How many they are.
-std::size_t countCommands(const std::string& logFile);
+// How many they are, or how many of them have this text.
+std::size_t countCommands(const std::string& logFile, std::string_view text = {});
 
 }  // namespace bench

@@ -117,6 +117,29 @@ std::string site(int number) {
 )";
 }
 
+// Of a domain, a client or a reseller.
+std::string accountTemplate(int number) {
+    const char* const kinds[] = {"domain", "client", "domain", "reseller"};
+    const std::string kind = kinds[number % 4] + std::string("-template");
+    return "<" + kind + " name=\"template" + std::to_string(number) + R"(" shared="true">
+  <template-item name="max_box">25</template-item>
+  <template-item name="max_db">5</template-item>
+  <template-item name="max_traffic">10737418240</template-item>
+  <template-item name="disk_space">1073741824</template-item>
+  <template-item name="expiration">31536000</template-item>
+</)" + kind +
+           ">\n";
+}
+
+std::string appItems(int count) {
+    std::string items;
+    for (int number = 0; number < count; ++number) {
+        items += "<sapp-item><sapp-spec><sapp-name>app" + std::to_string(number) +
+                 "</sapp-name><sapp-version>1</sapp-version></sapp-spec></sapp-item>\n";
+    }
+    return items;
+}
+
 // A dump with this in it.
 void writeFile(const std::string& path, const std::function<void(std::ostream&)>& content) {
     std::ofstream file(path);
@@ -188,6 +211,20 @@ void writeListDump(const std::string& path, int members) {
             file << "  <recipient>member" << number << "@other.example</recipient>\n";
         }
         file << "  <status><enabled/></status></maillist></maillists></domain>\n";
+    });
+}
+
+void writeServerDump(const std::string& path, int templates) {
+    writeFile(path, [templates](std::ostream& file) {
+        const std::string items = appItems(templates / 4);
+        file << "<server><account-templates>\n";
+        for (int number = 0; number < templates; ++number) {
+            file << accountTemplate(number);
+        }
+        file << "</account-templates>\n<application-vault><sapp-items-pool>\n"
+             << items << "</sapp-items-pool></application-vault></server>\n"
+             << "<client name=\"client\" deployer-action=\"update\"><sapp-pool>\n"
+             << items << "</sapp-pool></client>\n";
     });
 }
 

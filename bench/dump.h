@@ -26,6 +26,10 @@ void writeMailDump(const std::string& path, int users);
 // Writes a dump of one domain with a mail list of that many members. Raises std::runtime_error.
 void writeListDump(const std::string& path, int members);
 
+// Writes a dump of a server with that many templates, of all kinds, and with an item of every
+// fourth number in its vault and in the pool of a client. Raises std::runtime_error.
+void writeServerDump(const std::string& path, int templates);
+
 // The number of domains of a dump that is about so big.
 int domainsIn(std::size_t bytes);
 

@@ -51,12 +51,17 @@ void writeList(const fs::path& session, int count) {
     bench::writeListDump(session / "restore.xml", count);
 }
 
+void writeServer(const fs::path& session, int count) {
+    bench::writeServerDump(session / "restore.xml", count);
+}
+
 constexpr Shape kSites = {"200 sites", writeSites, 200};
 constexpr Shape kSmall = {"2,000 domains", writeDomains, 2000};
 constexpr Shape kBig = {"20,000 domains", writeDomains, 20000};
 constexpr Shape kSmallZone = {"2,000 records", writeZone, 2000};
 constexpr Shape kBigZone = {"20,000 records", writeZone, 20000};
 
+constexpr Shape kServer = {"2,000 templates and 500 pool items", writeServer, 2000};
 constexpr Shape kMail = {"5,000 mail users", writeMail, 5000};
 constexpr Shape kSmallList = {"10,000 members", writeList, 10000};
 constexpr Shape kBigList = {"100,000 members", writeList, 100000};
@@ -113,6 +118,15 @@ class Restore {
     fs::path session_;
 };
 
+// What the panel has of site applications is asked once in a run at most.
+void checkAskedOnce(const std::string& log) {
+    for (const char* question : {"siteapp.php --info-packages-xml", "siteapp-item.php --list"}) {
+        if (bench::countCommands(log, question) > 1) {
+            throw std::runtime_error(std::string("asked again: ") + question);
+        }
+    }
+}
+
 // A restore to the bare loop over its commands. kind: what is restored, for the heading.
 bool compareToBare(const std::string& deployer, const fs::path& directory, const Shape& shape,
                    const std::string& kind, const std::string& subject) {
@@ -122,6 +136,7 @@ bool compareToBare(const std::string& deployer, const fs::path& directory, const
         const Cost cost = restore.measure();
         toBare.add(cost, restore.measureBare());
     }
+    checkAskedOnce(restore.log());
     bench::tellHeading(
         kind + " (" + std::to_string(bench::countCommands(restore.log())) + " commands)", subject,
         "a bare loop of posix_spawn and waitpid with the same commands");
@@ -149,6 +164,8 @@ bool compareParts(const std::string& deployer, const fs::path& directory) {
     const std::string idle = "deployer --deploy-dump with utilities that do nothing";
     bool isOk = compareToBare(deployer, directory, kSites, "Domains with full hosting",
                               idle + " and a real tar");
+    isOk =
+        compareToBare(deployer, directory, kServer, "A server and a client's pool", idle) && isOk;
     isOk = compareToBare(deployer, directory, kMail, "Mail users of a domain", idle) && isOk;
     isOk = compareGrowth(deployer, directory, kSmallZone, kBigZone, "A DNS zone",
                          "deployer --deploy-dump of one domain; its list of 20,000 records is made "
