@@ -15,15 +15,110 @@
   <xsl:output method="xml" encoding="UTF-8" indent="yes"/>
 
   <xsl:key name="plan" match="plan" use="@id"/>
+  <xsl:key name="having" match="site | customer | partner" use="concat(name(), ' ', @plan)"/>
 
   <xsl:template match="/wickerdeck">
     <migration-dump>
+      <xsl:if test="server | plan">
+        <server>
+          <xsl:apply-templates select="server"/>
+          <xsl:if test="plan">
+            <account-templates><xsl:apply-templates select="plan"/></account-templates>
+          </xsl:if>
+        </server>
+      </xsl:if>
       <admin>
         <resellers><xsl:apply-templates select="partner"/></resellers>
         <clients><xsl:apply-templates select="customer"/></clients>
         <domains><xsl:apply-templates select="site"/></domains>
       </admin>
     </migration-dump>
+  </xsl:template>
+
+  <!-- The server ========================================================================== -->
+
+  <xsl:template match="server">
+    <properties>
+      <xsl:if test="@host"><hostname><xsl:value-of select="@host"/></hostname></xsl:if>
+      <xsl:apply-templates select="address"/>
+    </properties>
+    <xsl:if test="database-server">
+      <db-servers><xsl:apply-templates select="database-server"/></db-servers>
+    </xsl:if>
+    <xsl:apply-templates select="relay | spamfilter | greylist"/>
+  </xsl:template>
+
+  <xsl:template match="server/address" priority="1">
+    <system-ip>
+      <xsl:call-template name="ip"/>
+      <xsl:if test="@mask"><ip-netmask><xsl:value-of select="@mask"/></ip-netmask></xsl:if>
+      <xsl:if test="@card"><ip-interface><xsl:value-of select="@card"/></ip-interface></xsl:if>
+    </system-ip>
+  </xsl:template>
+
+  <xsl:template match="database-server">
+    <db-server type="{@kind}">
+      <host><xsl:value-of select="@host"/></host>
+      <xsl:if test="@port"><port><xsl:value-of select="@port"/></port></xsl:if>
+      <db-admin name="{@user}"><xsl:apply-templates select="secret"/></db-admin>
+    </db-server>
+  </xsl:template>
+
+  <!-- Nobody's relay becomes everybody's by a word that is missing. -->
+  <xsl:template match="relay">
+    <mail-settings relay="auth" smtp-auth="true">
+      <xsl:if test="@for = 'nobody'"><xsl:attribute name="relay">closed</xsl:attribute></xsl:if>
+      <xsl:if test="@for = 'all'"><xsl:attribute name="relay">open</xsl:attribute></xsl:if>
+      <xsl:if test="refuse"><black-list><xsl:apply-templates select="refuse"/></black-list></xsl:if>
+      <xsl:if test="accept"><white-list><xsl:apply-templates select="accept"/></white-list></xsl:if>
+    </mail-settings>
+  </xsl:template>
+  <xsl:template match="refuse | accept"><list-item><xsl:value-of select="normalize-space()"/></list-item></xsl:template>
+
+  <xsl:template match="greylist">
+    <grey-listing enabled="true">
+      <xsl:attribute name="grey-interval"><xsl:apply-templates select="@wait" mode="count"/></xsl:attribute>
+      <xsl:if test="accept"><white-list><xsl:apply-templates select="accept"/></white-list></xsl:if>
+    </grey-listing>
+  </xsl:template>
+
+  <xsl:template match="spamfilter">
+    <spamassassin status="serv">
+      <xsl:attribute name="hits"><xsl:apply-templates select="@points" mode="count"/></xsl:attribute>
+      <xsl:if test="@mark"><xsl:attribute name="subj-text"><xsl:value-of select="@mark"/></xsl:attribute></xsl:if>
+    </spamassassin>
+  </xsl:template>
+
+  <!-- A template for each kind of those who have the plan; of one that nobody has yet, for sites. -->
+  <xsl:template match="plan">
+    <xsl:if test="key('having', concat('site ', @id))
+        or not(key('having', concat('customer ', @id)) | key('having', concat('partner ', @id)))">
+      <domain-template><xsl:call-template name="items"/></domain-template>
+    </xsl:if>
+    <xsl:if test="key('having', concat('customer ', @id))">
+      <client-template><xsl:call-template name="items"/><xsl:call-template name="rights"/></client-template>
+    </xsl:if>
+    <xsl:if test="key('having', concat('partner ', @id))">
+      <reseller-template><xsl:call-template name="items"/><xsl:call-template name="rights"/></reseller-template>
+    </xsl:if>
+  </xsl:template>
+
+  <xsl:template name="items">
+    <xsl:attribute name="name">
+      <xsl:value-of select="@title"/><xsl:if test="not(@title)"><xsl:value-of select="@id"/></xsl:if>
+    </xsl:attribute>
+    <xsl:for-each select="quota[@of != 'processes']">
+      <template-item><xsl:apply-templates select="." mode="named"/></template-item>
+    </xsl:for-each>
+  </xsl:template>
+
+  <xsl:template name="rights">
+    <xsl:for-each select="right[@to != 'game-servers' and @to != 'many-sessions']">
+      <template-item>
+        <xsl:apply-templates select="." mode="named"/>
+        <xsl:value-of select="not(@granted = 'no')"/>
+      </template-item>
+    </xsl:for-each>
   </xsl:template>
 
   <!-- Accounts ============================================================================ -->
@@ -305,7 +400,7 @@
     <password type="encrypted"><xsl:value-of select="normalize-space()"/></password>
   </xsl:template>
 
-  <xsl:template match="address">
+  <xsl:template match="address" name="ip">
     <ip>
       <ip-address><xsl:value-of select="@ip"/></ip-address>
       <ip-type>
@@ -344,16 +439,22 @@
 
   <!-- Rights ============================================================================== -->
 
-  <xsl:template match="right[@to = 'make-customers']"><permission name="create_clients" value="{not(@granted = 'no')}"/></xsl:template>
-  <xsl:template match="right[@to = 'make-sites']"><permission name="create_domains" value="{not(@granted = 'no')}"/></xsl:template>
-  <xsl:template match="right[@to = 'oversell']"><permission name="allow_oversell" value="{not(@granted = 'no')}"/></xsl:template>
-  <xsl:template match="right[@to = 'hosting']"><permission name="manage_phosting" value="{not(@granted = 'no')}"/></xsl:template>
-  <xsl:template match="right[@to = 'dns']"><permission name="manage_dns" value="{not(@granted = 'no')}"/></xsl:template>
-  <xsl:template match="right[@to = 'logs']"><permission name="manage_log" value="{not(@granted = 'no')}"/></xsl:template>
-  <xsl:template match="right[@to = 'cron']"><permission name="manage_crontab" value="{not(@granted = 'no')}"/></xsl:template>
-  <xsl:template match="right[@to = 'shell']"><permission name="manage_sh_access" value="{not(@granted = 'no')}"/></xsl:template>
-  <xsl:template match="right[@to = 'many-sessions']"><permission name="multiple-sessions" value="{not(@granted = 'no')}"/></xsl:template>
-  <xsl:template match="right"/>
+  <xsl:template mode="named" match="right[@to = 'make-customers']"><xsl:attribute name="name">create_clients</xsl:attribute></xsl:template>
+  <xsl:template mode="named" match="right[@to = 'make-sites']"><xsl:attribute name="name">create_domains</xsl:attribute></xsl:template>
+  <xsl:template mode="named" match="right[@to = 'oversell']"><xsl:attribute name="name">allow_oversell</xsl:attribute></xsl:template>
+  <xsl:template mode="named" match="right[@to = 'hosting']"><xsl:attribute name="name">manage_phosting</xsl:attribute></xsl:template>
+  <xsl:template mode="named" match="right[@to = 'dns']"><xsl:attribute name="name">manage_dns</xsl:attribute></xsl:template>
+  <xsl:template mode="named" match="right[@to = 'logs']"><xsl:attribute name="name">manage_log</xsl:attribute></xsl:template>
+  <xsl:template mode="named" match="right[@to = 'cron']"><xsl:attribute name="name">manage_crontab</xsl:attribute></xsl:template>
+  <xsl:template mode="named" match="right[@to = 'shell']"><xsl:attribute name="name">manage_sh_access</xsl:attribute></xsl:template>
+  <xsl:template mode="named" match="right[@to = 'many-sessions']"><xsl:attribute name="name">multiple-sessions</xsl:attribute></xsl:template>
+  <xsl:template match="right">
+    <permission>
+      <xsl:apply-templates select="." mode="named"/>
+      <xsl:attribute name="value"><xsl:value-of select="not(@granted = 'no')"/></xsl:attribute>
+    </permission>
+  </xsl:template>
+  <xsl:template match="right[@to = 'game-servers']"/>
 
   <!-- Limits ============================================================================== -->
 
@@ -363,17 +464,18 @@
     <xsl:apply-templates select="@closes"/>
   </xsl:template>
 
-  <xsl:template match="quota[@of = 'disk']"><limit name="disk_space"><xsl:apply-templates select="@amount" mode="size"/></limit></xsl:template>
-  <xsl:template match="quota[@of = 'disk-warning']"><limit name="disk_space_soft"><xsl:apply-templates select="@amount" mode="size"/></limit></xsl:template>
-  <xsl:template match="quota[@of = 'traffic']"><limit name="max_traffic"><xsl:apply-templates select="@amount" mode="size"/></limit></xsl:template>
-  <xsl:template match="quota[@of = 'traffic-warning']"><limit name="max_traffic_soft"><xsl:apply-templates select="@amount" mode="size"/></limit></xsl:template>
-  <xsl:template match="quota[@of = 'mailbox-size']"><limit name="mbox_quota"><xsl:apply-templates select="@amount" mode="size"/></limit></xsl:template>
-  <xsl:template match="quota[@of = 'mailboxes']"><limit name="max_box"><xsl:apply-templates select="@amount" mode="count"/></limit></xsl:template>
-  <xsl:template match="quota[@of = 'databases']"><limit name="max_db"><xsl:apply-templates select="@amount" mode="count"/></limit></xsl:template>
-  <xsl:template match="quota[@of = 'lists']"><limit name="max_maillists"><xsl:apply-templates select="@amount" mode="count"/></limit></xsl:template>
-  <xsl:template match="quota[@of = 'sites']"><limit name="max_dom"><xsl:apply-templates select="@amount" mode="count"/></limit></xsl:template>
-  <xsl:template match="quota[@of = 'customers']"><limit name="max_cl"><xsl:apply-templates select="@amount" mode="count"/></limit></xsl:template>
-  <xsl:template match="quota"/>
+  <xsl:template mode="named" match="quota[@of = 'disk']"><xsl:attribute name="name">disk_space</xsl:attribute><xsl:apply-templates select="@amount" mode="size"/></xsl:template>
+  <xsl:template mode="named" match="quota[@of = 'disk-warning']"><xsl:attribute name="name">disk_space_soft</xsl:attribute><xsl:apply-templates select="@amount" mode="size"/></xsl:template>
+  <xsl:template mode="named" match="quota[@of = 'traffic']"><xsl:attribute name="name">max_traffic</xsl:attribute><xsl:apply-templates select="@amount" mode="size"/></xsl:template>
+  <xsl:template mode="named" match="quota[@of = 'traffic-warning']"><xsl:attribute name="name">max_traffic_soft</xsl:attribute><xsl:apply-templates select="@amount" mode="size"/></xsl:template>
+  <xsl:template mode="named" match="quota[@of = 'mailbox-size']"><xsl:attribute name="name">mbox_quota</xsl:attribute><xsl:apply-templates select="@amount" mode="size"/></xsl:template>
+  <xsl:template mode="named" match="quota[@of = 'mailboxes']"><xsl:attribute name="name">max_box</xsl:attribute><xsl:apply-templates select="@amount" mode="count"/></xsl:template>
+  <xsl:template mode="named" match="quota[@of = 'databases']"><xsl:attribute name="name">max_db</xsl:attribute><xsl:apply-templates select="@amount" mode="count"/></xsl:template>
+  <xsl:template mode="named" match="quota[@of = 'lists']"><xsl:attribute name="name">max_maillists</xsl:attribute><xsl:apply-templates select="@amount" mode="count"/></xsl:template>
+  <xsl:template mode="named" match="quota[@of = 'sites']"><xsl:attribute name="name">max_dom</xsl:attribute><xsl:apply-templates select="@amount" mode="count"/></xsl:template>
+  <xsl:template mode="named" match="quota[@of = 'customers']"><xsl:attribute name="name">max_cl</xsl:attribute><xsl:apply-templates select="@amount" mode="count"/></xsl:template>
+  <xsl:template match="quota"><limit><xsl:apply-templates select="." mode="named"/></limit></xsl:template>
+  <xsl:template match="quota[@of = 'processes']"/>
   <xsl:template match="@closes"><limit name="expiration"><xsl:apply-templates select="." mode="count"/></limit></xsl:template>
 
   <!-- Sizes are given in units, the rest is counted. -->
