@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <new>
+#include <set>
 #include <utility>
 
 #include "commons/errors.h"
@@ -27,6 +28,17 @@ std::string optionOf(const TemplateRow& row, OptionNames names) {
     }
     return option;
 }
+
+std::set<std::string> keysOf(const XmlNode& node) {
+    std::set<std::string> keys;
+    for (XmlNodeIterator key = node.iterate("template-item/@name"); !key.atEnd(); ++key) {
+        keys.insert((*key).str("."));
+    }
+    return keys;
+}
+
+// What says nothing of an item that is not there.
+bool isOfItem(OptionRule rule) { return rule == ifThere || rule == trueOrFalseIfThere; }
 
 struct Unit {
     std::int64_t seconds;
@@ -67,7 +79,12 @@ CliExec ownedCommand(const std::string& utility, const std::string& verb, const 
 
 void appendTemplateItems(const XmlNode& node, CmdLine& cmd, OptionNames names,
                          std::initializer_list<TemplateRow> table) {
+    // A template has few of all the items: those that it lacks are not worth a query each.
+    const std::set<std::string> keys = keysOf(node);
     for (const TemplateRow& row : table) {
+        if (isOfItem(row.rule) && keys.count(row.key) == 0) {
+            continue;
+        }
         const std::string option = optionOf(row, names);
         const std::string item = itemPath(row.key);
         appendOptions(node, cmd, {{option.c_str(), item.c_str(), row.rule}});
