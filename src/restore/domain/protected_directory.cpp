@@ -7,6 +7,7 @@
 #include "commons/errors.h"
 #include "report/guard.h"
 #include "report/object_logger.h"
+#include "report/termination_lines.h"
 #include "restore/toolbox/option_table.h"
 #include "restore/toolbox/panel_command.h"
 #include "restore/toolbox/restore_errors.h"
@@ -61,6 +62,7 @@ tProtDirUserDeployer::tProtDirUserDeployer(std::string domainName, std::string d
     : domainName_(std::move(domainName)), directory_(std::move(directory)) {}
 
 void tProtDirUserDeployer::act(XmlNode node) const {
+    checkProgramTerminated();
     const std::string name = node.str("@name");
     wrapped(EXC(FailedProtDirUserDeployment) % name % directory_ % domainName_,
             [&] { addUser(node, name); });

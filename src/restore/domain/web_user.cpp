@@ -6,6 +6,7 @@
 #include "report/debug_log.h"
 #include "report/guard.h"
 #include "report/object_logger.h"
+#include "report/termination_lines.h"
 #include "restore/objects/cron.h"
 #include "restore/toolbox/deploy_action.h"
 #include "restore/toolbox/limit_number.h"
@@ -18,6 +19,7 @@ tWebuserDeployer::tWebuserDeployer(DomainInfo domain, DomainVHostRefferred& cont
     : domain_(std::move(domain)), content_(&content) {}
 
 void tWebuserDeployer::act(XmlNode node) const {
+    checkProgramTerminated();
     const std::string login = node.getNode("sysuser").str("@name");
     const ObjectLogger logger(login, "web user");
     wrapped(EXC(FailedWebuserDeployment) % login % domain_.name, [&] { deployUser(node, login); });
