@@ -82,6 +82,10 @@ int CliExec::exec(std::nothrow_t) noexcept {
     return retCode = kGateFailed;
 }
 
+bool CliExec::hasAnswered() const {
+    return finished && !couldNotStart && retCode >= 0 && retCode != kGateFailed;
+}
+
 std::string CliExec::urlencode(const std::string& text) { return zelvo::urlencode(text); }
 
 std::string CliExec::urldecode(const std::string& text) { return zelvo::urldecode(text); }

@@ -34,6 +34,10 @@ class CliExec : public tLogExecCmd, public CliGateErrors {
     // which is logged. A failed run of a child ends the process.
     int exec(std::nothrow_t) noexcept override;
 
+    // Whether the last run gave a code of the utility's own. It did not if the utility could not be
+    // started, was ended by a signal, or the gate failed; 255 always counts as the gate's.
+    bool hasAnswered() const;
+
     // The text with its bytes percent-encoded (RFC 3986), and back up to the first zero byte.
     static std::string urlencode(const std::string& text);
     static std::string urldecode(const std::string& text);

@@ -44,9 +44,11 @@ void ExecCmd::setEnv(const std::string& name, const std::string& value) { env[na
 
 int ExecCmd::execCmdLine() {
     started = true;
-    retCode =
-        forkExecvGetInOutErrSuidEnv(stdin, stdout, stderr, utility, args, uid, env, confinement);
+    bool hasStarted = true;
+    retCode = forkExecvGetInOutErrSuidEnv(stdin, stdout, stderr, utility, args, uid, env,
+                                          confinement, &hasStarted);
     savedErrno = errno;
+    couldNotStart = !hasStarted;
     finished = true;
     return retCode;
 }

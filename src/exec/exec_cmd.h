@@ -74,6 +74,8 @@ class ExecCmd : public CmdLine {
     bool started = false;
     // A run has come to its end; the results are those of it.
     bool finished = false;
+    // The program could not be started, so that the code is none of its own.
+    bool couldNotStart = false;
     // errno right after the run.
     std::int32_t savedErrno = 0;
     // The code of the run: see exec(nothrow).

@@ -216,7 +216,8 @@ StartedChild start(const std::array<int, 3>& streams, const std::string& utility
 
 int forkExecvGetInOutErrSuidEnv(std::string_view input, std::string& outText, std::string& errText,
                                 const std::string& utility, const ArgList& args, std::uint32_t uid,
-                                const Environment& env, const Confinement& confinement) {
+                                const Environment& env, const Confinement& confinement,
+                                bool* hasStarted) {
     const ScopedDisposition ignorePipe(SIGPIPE, SIG_IGN);
     // Where SIGCHLD is ignored, which a process inherits, the kernel reaps its children and there
     // is no status to wait for.
@@ -229,6 +230,9 @@ int forkExecvGetInOutErrSuidEnv(std::string_view input, std::string& outText, st
         start({pipes.in.readEnd.get(), pipes.out.writeEnd.get(), pipes.err.writeEnd.get()}, utility,
               args, uid, env, confinement);
     pipes.closeChildEnds();
+    if (hasStarted != nullptr) {
+        *hasStarted = !child.failure;
+    }
     if (child.failure) {
         pipes.in.writeEnd.reset();
     }

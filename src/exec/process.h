@@ -21,7 +21,8 @@ namespace zelvo {
 // appended to them. utility: path of the program; without a slash it is looked for in the child's
 // PATH as execvp does. args: the child's arguments, argv[0] first. uid: the user that the child
 // becomes, or kKeepUser; its groups stay. env: set over the inherited environment, in the map's
-// order. confinement: what else the child may not do.
+// order. confinement: what else the child may not do. hasStarted: set to whether the child became
+// its program, if it is not null.
 //
 // Returns the child's exit status, or -1 when a signal ended it or waiting for it failed. A program
 // that cannot be started is told as one that failed: 1, with the reason in both texts; so is a
@@ -37,7 +38,8 @@ namespace zelvo {
 // the child gets the default disposition of every signal, an empty mask and the descriptors 0 to 2.
 int forkExecvGetInOutErrSuidEnv(std::string_view input, std::string& outText, std::string& errText,
                                 const std::string& utility, const ArgList& args, std::uint32_t uid,
-                                const Environment& env, const Confinement& confinement = {});
+                                const Environment& env, const Confinement& confinement = {},
+                                bool* hasStarted = nullptr);
 
 // The same with nothing on standard input.
 int forkExecvGetOutErrSuidEnv(std::string& outText, std::string& errText,

@@ -15,10 +15,10 @@ namespace {
 
 void log(const std::string& text) { theDebugLog->log(text); }
 
+// A panel that does not answer may be a working one, which must not be initialised again.
 bool isPanelConfigured() {
     log("Checking whether Zelvo is already configured");
-    CliExec cmd = panelCommand("init_conf", {"--check-configured"});
-    const bool isConfigured = cmd.exec(std::nothrow) == 0;
+    const bool isConfigured = askWhether("init_conf", {"--check-configured"});
     log(isConfigured ? "Zelvo is already configured. Performing Zelvo reconfiguration."
                      : "Zelvo is not configured. Performing initial Zelvo configuration.");
     return isConfigured;
@@ -58,8 +58,11 @@ void setUpAddress(const SystemIp& ip, const std::map<std::string, ZelvoIp>& know
 }  // namespace
 
 bool InitialConfiguration::initialZelvoConfiguration(const XmlNode& node) {
-    const bool isConfigured = isPanelConfigured();
-    guarded([&] { configure(node, isConfigured); });
+    bool isConfigured = true;
+    guarded([&] {
+        isConfigured = isPanelConfigured();
+        configure(node, isConfigured);
+    });
     return !isConfigured;
 }
 

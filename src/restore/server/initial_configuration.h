@@ -25,9 +25,10 @@ struct SystemIp {
 // on a panel that was never configured, the rest on any.
 class InitialConfiguration : public tDeployDocAbility {
   public:
-    // node: the `server` element. Returns whether the panel was not configured before, also when
-    // its configuration failed. Failures go to deploy_error_func: the first one in the panel's
-    // settings ends those, one of an address costs that address alone.
+    // node: the `server` element. Returns whether the panel said that it was not configured before,
+    // also when its configuration failed. Failures go to deploy_error_func: no answer to that
+    // question, or the first one in the panel's settings, ends those, one of an address costs that
+    // address alone.
     static bool initialZelvoConfiguration(const XmlNode& node);
 
     // Tells the panel which certificate a `properties/system-ip` shows; one without @certificate

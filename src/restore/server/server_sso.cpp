@@ -25,7 +25,7 @@ constexpr char kSettings[] = "sso-settings/*[not(self::sso-branding)]";
 
 bool knowsValidInfo() {
     log("Trying to update application with existing SSO information...");
-    return panelCommand("sso", {"--check-valid-info"}).exec(std::nothrow) == 0;
+    return askWhether("sso", {"--check-valid-info"});
 }
 
 // Goes by the attribute alone, whatever it says. The command is a child of this process also where

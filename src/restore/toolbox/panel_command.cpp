@@ -46,6 +46,15 @@ void execOrLog(CliExec command) {
     debugLogged([&command] { command.exec(); });
 }
 
+bool askWhether(const std::string& utility, std::initializer_list<std::string> arguments) {
+    CliExec cmd = panelCommand(utility, arguments);
+    const bool isSo = cmd.exec(std::nothrow) == 0;
+    if (!cmd.hasAnswered()) {
+        cmd.reportError();
+    }
+    return isSo;
+}
+
 std::string askPanel(const std::string& utility, std::initializer_list<std::string> arguments) {
     CliExec cmd = panelCommand(utility, arguments);
     if (cmd.exec(std::nothrow) != 0 && cmd.stdout.empty()) {

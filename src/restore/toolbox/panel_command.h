@@ -36,6 +36,10 @@ void execOrReport(CliExec& command);
 // debug log and nowhere else.
 void execOrLog(CliExec command);
 
+// Whether a utility that is asked says yes: code 0. Raises ExecCmd::Failed if it gave no answer,
+// see CliExec::hasAnswered.
+bool askWhether(const std::string& utility, std::initializer_list<std::string> arguments);
+
 // What a utility says when it is asked: its standard output. Its code counts only where there is
 // nothing to read. Raises ExecCmd::Failed then.
 std::string askPanel(const std::string& utility, std::initializer_list<std::string> arguments);

@@ -29,4 +29,8 @@ TEST(CliExec, RunsAnUpdateOnlyWithOptions) {
     command = fresh;
     EXPECT_NE(command.args[0], fresh.args[0]) << "a copy has strings of its own";
     EXPECT_EQ(command.exec(std::nothrow), 1) << "a fresh command expects no options";
+    EXPECT_TRUE(command.hasAnswered());
+    CliExec missing("/nonexistent");
+    EXPECT_EQ(missing.exec(std::nothrow), 1);
+    EXPECT_FALSE(missing.hasAnswered()) << "the code is none of its own";
 }
