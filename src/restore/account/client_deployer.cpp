@@ -195,8 +195,8 @@ void ClientDeployer::deployPreferences(const XmlNode& node) const {
 }
 
 void ClientDeployer::deployIpPool(const XmlNode& address) const {
-    CliExec cmd = panelCommand("ip_pool", {"--add", address.str("ip-address"), "-type",
-                                           address.str("ip-type"), "-owner", name_});
+    CliExec cmd = commandOn("ip_pool", "--add", address.str("ip-address"));
+    cmd << "-type" << address.str("ip-type") << "-owner" << name_;
     execOrReport(cmd);
 }
 

@@ -34,13 +34,16 @@ void trySetting(const char* utility, const char* option, const char* xpath) {
 
 void createAddress(const SystemIp& ip) {
     log("Creating new IP address");
-    runPanelCommand("ipmanage", {"-c", ip.address, "-type", ip.type(), "-mask", ip.netmask,
-                                 "-interface", ip.iface});
+    CliExec cmd = commandOn("ipmanage", "-c", ip.address);
+    cmd << "-type" << ip.type() << "-mask" << ip.netmask << "-interface" << ip.iface;
+    cmd.exec();
 }
 
 void switchType(const SystemIp& ip) {
     log("IP address already exists in Zelvo. Switching type to specified in dump.");
-    runPanelCommand("ipmanage", {"-u", ip.address, "-type", ip.type()});
+    CliExec cmd = commandOn("ipmanage", "-u", ip.address);
+    cmd << "-type" << ip.type();
+    cmd.exec();
 }
 
 // known: the addresses that the panel has.
@@ -158,8 +161,9 @@ void InitialConfiguration::setUpAddresses(const std::list<SystemIp>& addresses) 
 }
 
 void InitialConfiguration::SetCertificateOnIP(const XmlNode& node) {
-    runPanelCommand("ipmanage", {"-u", node.str("ip/ip-address"), "-ssl_certificate",
-                                 node.str("@certificate")});
+    CliExec cmd = commandOn("ipmanage", "-u", node.str("ip/ip-address"));
+    cmd << "-ssl_certificate" << node.str("@certificate");
+    cmd.exec();
 }
 
 void addSystemIp(std::list<SystemIp>& list, const XmlNode& node) {

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "content/unsafe_name.h"
 #include "report/debug_log.h"
@@ -27,6 +28,14 @@ Value word(const XmlNode& node, const char* item) { return refuseOption(ifThere(
 
 Value list(const XmlNode& node, const char* item) {
     return refuseOption(joinedIfThere(node, item));
+}
+
+// A size below 0 is a bound like others, and no option.
+Value size(const XmlNode& node, const char* item) {
+    Value value = ifThere(node, item);
+    const bool isBelowZero = value && value->size() > 1 && value->front() == '-' &&
+                             value->find_first_not_of("0123456789", 1) == std::string::npos;
+    return isBelowZero ? value : refuseOption(std::move(value));
 }
 
 Value accountType(const XmlNode& node, const char* item) {
@@ -71,9 +80,8 @@ void deployServerMail(const XmlNode& settings) {
                      {"-auth-type", "", authType},
                      {"-lock-time", "@poplock-time"}});
     }
-    // No size is below 0: "-1" is a bound like others.
     tryEachSetting(settings, head,
-                   {{"--set-max-letter-size", "@max-letter-size"},
+                   {{"--set-max-letter-size", "@max-letter-size", size},
                     {"--set-maps-status", "rbl[rbl-server != '']/@status", word},
                     {"--set-account-type", "@short-pop3-names", accountType},
                     {"--use-vocabulary", "@use-vocabulary", word}});
