@@ -11,6 +11,7 @@
 #include "restore/objects/site_app_pool.h"
 #include "restore/objects/skeleton.h"
 #include "restore/toolbox/limit_number.h"
+#include "restore/toolbox/option_name.h"
 #include "restore/toolbox/option_table.h"
 #include "restore/toolbox/panel_command.h"
 #include "restore/toolbox/restore_errors.h"
@@ -176,7 +177,7 @@ void ClientDeployer::deployPersonalData(const XmlNode& node) const {
         return;
     }
     CliExec cmd = optionalUpdate(GetClientCliUtil(), name_);
-    forEachNode(node, items, [&](const XmlNode& item) { setSafePinfo(cmd, item); });
+    guardedEach(node, items, [&](const XmlNode& item) { setSafePinfo(cmd, item); });
     setCountry(cmd, node);
     cmd.exec();
 }
@@ -188,7 +189,7 @@ void ClientDeployer::deployPreferences(const XmlNode& node) const {
     for (const char* permissions :
          {"limits-and-permissions/permission[@name != 'multiple-sessions']",
           "limits-and-permissions/permission[@name='multiple-sessions']"}) {
-        forEachNode(node, permissions,
+        guardedEach(node, permissions,
                     [&](const XmlNode& permission) { addPermission(cmd, permission); });
     }
     cmd.exec();
@@ -211,6 +212,7 @@ void ClientDeployer::deploySiteWizard(const XmlNode& wizard) const {
 
 void ClientDeployer::setLimit(CmdLine& cmd, const XmlNode& limit) const {
     const std::string name = limit.str("@name");
+    requireAccountOption(name, "a limit");
     cmd << "-" + name << limitNumber(limit.str("."), "Client " + name_ + " " + name);
 }
 

@@ -5,6 +5,7 @@
 #include "report/debug_log.h"
 #include "report/guard.h"
 #include "restore/toolbox/addresses.h"
+#include "restore/toolbox/option_name.h"
 #include "restore/toolbox/panel_command.h"
 #include "restore/toolbox/passwd.h"
 #include "restore/toolbox/walk.h"
@@ -30,6 +31,15 @@ void trySetting(const char* utility, const char* option, const char* xpath) {
     if (root.test(xpath)) {
         execOrLog(panelCommand(utility, {"--update", option, root.str(xpath)}));
     }
+}
+
+// The administrator's name and address are contact data. What a working panel keeps, and what has a
+// place of its own in the dump, is not.
+void requireContactData(const std::string& name) {
+    requireOptionName(
+        name, "contact data",
+        {"hostname", "passwd", "default-ip", "netmask", "iface", "ip-type", "login", "owner", "uid",
+         "guid", "ownership", "status", "creation-date", "notify", "force"});
 }
 
 void createAddress(const SystemIp& ip) {
@@ -125,8 +135,9 @@ void InitialConfiguration::addAdminInfo(CmdLine& cmd) {
         return;
     }
     log("* setting admin's personal information:");
-    forEachNode(root, "admin/preferences/pinfo[@name != 'locale']", [&cmd](const XmlNode& item) {
+    guardedEach(root, "admin/preferences/pinfo[@name != 'locale']", [&cmd](const XmlNode& item) {
         log("** " + item.str("@name"));
+        requireContactData(item.str("@name"));
         setPinfo(cmd, item);
     });
 }

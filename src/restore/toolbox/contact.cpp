@@ -2,6 +2,7 @@
 #include "restore/toolbox/deploy_doc_ability.h"
 #include "restore/toolbox/encoded_text.h"
 #include "restore/toolbox/location.h"
+#include "restore/toolbox/option_name.h"
 
 namespace zelvo {
 
@@ -67,6 +68,7 @@ bool tDeployDocAbility::setSafePinfo(CmdLine& cmd, const XmlNode& node) {
             return false;
         }
     }
+    requireAccountOption(name, "contact data");
     return setPinfo(cmd, node);
 }
 

@@ -2,6 +2,7 @@
 
 #include "commons/errors.h"
 #include "report/guard.h"
+#include "restore/toolbox/option_name.h"
 #include "restore/toolbox/option_table.h"
 #include "restore/toolbox/panel_command.h"
 #include "restore/toolbox/walk.h"
@@ -83,7 +84,7 @@ bool deployEach(const XmlNode& node, const std::string& expr, const XmlDeployDoc
 }
 
 void addPermission(CmdLine& cmd, const XmlNode& permission) {
-    const std::string option = "-" + permission.str("@name");
+    const std::string option = "-" + requireAccountOption(permission.str("@name"), "a permission");
     appendOptions(permission, cmd, {{option.c_str(), "@value", falseOrTrue}});
 }
 

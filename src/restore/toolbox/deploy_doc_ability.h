@@ -54,7 +54,7 @@ class tDeployDocAbility {
     static bool setCountry(CmdLine& cmd, const XmlNode& node);
     // "-NAME TEXT" of a `pinfo` element.
     static bool setPinfo(CmdLine& cmd, const XmlNode& node);
-    // The same, but nothing for the items that setLocale and setCountry send.
+    // The same, but nothing for the items of setLocale and setCountry. Raises UnsafeName.
     static bool setSafePinfo(CmdLine& cmd, const XmlNode& node);
 
     // The status words of a `status` element, joined with commas: "enabled", or whatever disabled
@@ -112,7 +112,7 @@ class XmlDeployDocAbility : public tXmlOperator, public virtual tDeployDocAbilit
 // The failure of one is told, and the next one follows. Returns whether all went through.
 bool deployEach(const XmlNode& node, const std::string& expr, const XmlDeployDocAbility& deployer);
 
-// "-NAME false" when a `permission` element's @value is "false", otherwise "-NAME true".
+// "-NAME false" when a `permission`'s @value is "false", otherwise "-NAME true". Raises UnsafeName.
 void addPermission(CmdLine& cmd, const XmlNode& permission);
 
 }  // namespace zelvo

@@ -12,4 +12,8 @@ namespace zelvo {
 const std::string& requireOptionName(const std::string& name, const std::string& what,
                                      std::initializer_list<const char*> taken);
 
+// The same for contact data, limits and permissions of an account. Who it is, whose it is and how
+// it is entered have places of their own in a dump. Raises UnsafeName.
+const std::string& requireAccountOption(const std::string& name, const std::string& what);
+
 }  // namespace zelvo
