@@ -36,13 +36,16 @@ std::optional<std::string> upperCase(const XmlNode& node, const char* item) {
 std::optional<std::string> joined(const XmlNode& node, const char* item) {
     std::vector<std::string> texts;
     for (XmlNodeIterator found = node.iterate(item); !found.atEnd(); ++found) {
-        texts.push_back((*found).str("."));
+        if (std::string text = (*found).str("."); !text.empty()) {
+            texts.push_back(std::move(text));
+        }
     }
     return boost::algorithm::join(texts, ",");
 }
 
 std::optional<std::string> joinedIfThere(const XmlNode& node, const char* item) {
-    return node.test(item) ? joined(node, item) : std::nullopt;
+    std::optional<std::string> list = joined(node, item);
+    return list->empty() ? std::nullopt : list;
 }
 
 std::optional<std::string> trueOrFalse(const XmlNode& node, const char* item) {

@@ -25,9 +25,9 @@ std::optional<std::string> ifSet(const XmlNode& node, const char* item);
 std::optional<std::string> decoded(const XmlNode& node, const char* item);
 // ... if it is there, in upper case (ASCII),
 std::optional<std::string> upperCase(const XmlNode& node, const char* item);
-// ... of each node that the item names, joined with commas; empty where there is none,
+// ... of each node of the item that is not empty, with commas; empty where there is none,
 std::optional<std::string> joined(const XmlNode& node, const char* item);
-// ... the same if there is one.
+// ... the same if one is there.
 std::optional<std::string> joinedIfThere(const XmlNode& node, const char* item);
 
 // "true" if the item is exactly "true", and "false" otherwise.
