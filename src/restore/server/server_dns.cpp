@@ -18,9 +18,11 @@ std::optional<std::string> enabledIf(const XmlNode& node, const char* item) {
 }
 
 std::optional<std::string> serialFormat(const XmlNode& node, const char* item) {
+    if (!ifSet(node, item)) {
+        return std::nullopt;
+    }
     constexpr char kDate[] = "YYYYMMDDNN";
-    const std::optional<std::string> format = upperCase(node, item);
-    return !format || *format == kDate ? format : "timestamp";
+    return upperCase(node, item) == kDate ? kDate : "timestamp";
 }
 
 // Runs a command if the settings have what it is for.
