@@ -45,6 +45,10 @@ Answer checkConfigured(Model& model, const Request& request) {
 }
 
 Answer configure(Model& model, const Request& request) {
+    if (request.command.word == "--update" && request.option("hostname") &&
+        checkConfigured(model, request).status == 0) {
+        throw Refusal("a configured panel keeps its host name");
+    }
     updateObject(model, request);
     setConfigured(model, request, "true");
     return {};

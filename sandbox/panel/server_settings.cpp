@@ -14,7 +14,8 @@ namespace sandbox {
 
 namespace {
 
-// An option and its values, separated by blanks: any if there are none, "#" for a whole number.
+// An option and its values, separated by blanks: any if there are none, "#" for a whole number, ","
+// for a list.
 struct Allowed {
     std::string_view option;
     std::string_view values = {};
@@ -22,18 +23,28 @@ struct Allowed {
 
 constexpr std::string_view kBoolean = "true false";
 constexpr std::string_view kNumber = "#";
+constexpr std::string_view kList = ",";
 
 bool isNumber(std::string_view text) {
     text.remove_prefix(text.starts_with('-') ? 1 : 0);
     return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
+bool isList(const std::string& text) {
+    const auto items = splitText(text, ',');
+    return std::find(items.begin(), items.end(), "") == items.end();
+}
+
 bool isOneOf(std::string_view values, const std::string& value) {
+    if (values == kList) {
+        return isList(value);
+    }
     return values.empty() || (values == kNumber ? isNumber(value) : holdsWord(values, value));
 }
 
+// An empty table is for a command that takes none.
 void checkOptions(const Request& request, std::span<const Allowed> table) {
-    if (request.options.empty()) {
+    if (request.options.empty() && !table.empty()) {
         throw Refusal(std::string(request.command.word) + " needs an option");
     }
     for (const auto& [name, value] : request.options) {
@@ -125,7 +136,8 @@ Answer setMail(Model& model, const Request& request) {
         throw Refusal(std::string(word) + " cannot be " + quoteWord(request.name));
     }
     if (!request.options.empty()) {
-        checkOptions(request, kRelay);
+        checkOptions(request,
+                     word == "--set-relay" ? std::span(kRelay) : std::span<const Allowed>());
     }
     const Object server = theServer(model, request);
     model.setOption(server, {"mailserver", std::string(word.substr(2)), request.name});
@@ -134,10 +146,11 @@ Answer setMail(Model& model, const Request& request) {
 }
 
 Answer addToMailList(Model& model, const Request& request) {
+    checkOptions(request, {});
+    if (!isList(request.name)) {
+        throw Refusal("an empty item in " + quoteWord(request.name));
+    }
     for (const std::string_view item : splitText(request.name, ',')) {
-        if (item.empty()) {
-            throw Refusal("an empty item in " + quoteWord(request.name));
-        }
         model.addOption(
             theServer(model, request),
             {"mailserver", std::string(request.command.word.substr(2)), std::string(item)});
@@ -149,7 +162,7 @@ Answer updateSpf(Model& model, const Request& request) { return keepOptions(mode
 
 // ---- names ---------------------------------------------------------------
 
-constexpr Allowed kNames[] = {{"recursion"}, {"status", "enabled disabled"}, {"add-acl"}};
+constexpr Allowed kNames[] = {{"recursion"}, {"status", "enabled disabled"}, {"add-acl", kList}};
 constexpr Allowed kSoa[] = {{"soa-serial-format", "YYYYMMDDNN timestamp"}};
 
 Answer updateNames(Model& model, const Request& request) {
@@ -166,8 +179,17 @@ constexpr Allowed kGreyListing[] = {{"grey-interval", kNumber},   {"expire-inter
                                     {"penalty-status", kBoolean}, {"penalty-interval", kNumber},
                                     {"status", "on off"},         {"personal-conf", kBoolean},
                                     {"domains-whitelist"}};
-constexpr Allowed kSpamFilter[] = {{"status"},           {"hits"},      {"reject-spam", kBoolean},
-                                   {"modify-subj-text"}, {"blacklist"}, {"whitelist"}};
+constexpr Allowed kSpamFilter[] = {{"status"},
+                                   {"hits"},
+                                   {"reject-spam", kBoolean},
+                                   {"modify-subj-text"},
+                                   {"blacklist", kList},
+                                   {"whitelist", kList}};
+
+Answer showGreyListing(Model&, const Request& request) {
+    checkOptions(request, {});
+    return {};
+}
 
 Answer updateGreyListing(Model& model, const Request& request) {
     checkChanges(request, "domains-whitelist", "add del");
@@ -204,13 +226,17 @@ Answer writeSso(Model& model, const Request& request) {
 
 // A panel is known to the service once it was told the server and its own certificate.
 Answer checkSso(Model& model, const Request& request) {
+    checkOptions(request, {});
     const Object server = theServer(model, request);
     const bool isKnown =
         model.option(server, "sso", "server") && model.option(server, "sso", "certificate");
     return {isKnown ? 0 : 1, "", ""};
 }
 
+constexpr Allowed kBranding[] = {{"domain"}, {"url"}};
+
 Answer brandIdp(Model& model, const Request& request) {
+    checkOptions(request, kBranding);
     const std::string& domain = request.neededOption("domain");
     const std::string& url = request.neededOption("url");
     if (domain.empty() || url.empty()) {
@@ -246,7 +272,7 @@ constexpr Command kRows[] = {
      {},
      "add-acl"},
     {"dns-zone-param", "--update-soa", Shape::kOptions, "", kServer, updateZoneDefaults},
-    {"grey_listing", "--info-server", Shape::kOptions, "", kServer, succeed},
+    {"grey_listing", "--info-server", Shape::kOptions, "", kServer, showGreyListing},
     {"grey_listing",
      "--update-server",
      Shape::kOptions,
