@@ -18,10 +18,15 @@ void addUnlessEmpty(CmdLine& command, const char* option, const std::string& val
     }
 }
 
+// How a failed statement is told.
+constexpr const char* kError = "ERROR ";
+
 // A dump is its author's program in the client, which has commands that read and write files and
-// start a shell. So the client has nothing that the author could want.
+// start a shell. So the client has nothing that the author could want; and as a small dump can make
+// it print more than this process could hold, not all of that is kept.
 void execAsReader(tLogExecCmd& client, const HandedDump& dump) {
     client.confinement.outsider = &dump.reader();
+    client.confinement.excerptMark = kError;
     execFenced(client, dump.directory());
 }
 
@@ -57,7 +62,7 @@ bool refusedOption(const tLogExecCmd& mysql) {
 // one is all that tells of rows that are not there.
 void load(tLogExecCmd& mysql, const HandedDump& dump) {
     execAsReader(mysql, dump);
-    if (("\n" + mysql.stderr).find("\nERROR ") != std::string::npos) {
+    if (("\n" + mysql.stderr).find(std::string("\n") + kError) != std::string::npos) {
         mysql.reportError();
     }
 }

@@ -6,12 +6,14 @@
 
 namespace zelvo {
 
-// Neither is owned; both have to live until the child has become its program.
+// Nothing is owned; all has to live until the child has become its program.
 struct Confinement {
     // Keeps the child from writing elsewhere; null for none. It is ready.
     const WriteFence* fence = nullptr;
     // Who the child becomes, and then it has no home; null for who it is.
     const Outsider* outsider = nullptr;
+    // Null for all of the child's output. Else an Excerpt of each stream is kept, with this mark.
+    const char* excerptMark = nullptr;
 };
 
 }  // namespace zelvo

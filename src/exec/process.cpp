@@ -11,9 +11,11 @@
 #include <boost/format.hpp>
 #include <cerrno>
 #include <cstring>
+#include <optional>
 
 #include "commons/system_error.h"
 #include "exec/descriptor.h"
+#include "exec/excerpt.h"
 #include "exec/spawn.h"
 #include "lib/liblog.h"
 #include "report/termination_lines.h"
@@ -86,11 +88,39 @@ void feed(Descriptor& end, std::string_view& input) {
     }
 }
 
-void drain(Descriptor& end, std::string& text) {
-    if (!readToString(end.get(), text)) {
-        end.reset();
+// One of the child's outputs on its way to a text, or to an excerpt in it.
+class Gathering {
+  public:
+    // mark: that of an excerpt, null for the whole.
+    Gathering(Descriptor& end, std::string& text, const char* mark) : end_(end), text_(text) {
+        if (mark != nullptr) {
+            excerpt_.emplace(text, mark);
+        }
     }
-}
+
+    void drain() {
+        const std::size_t sizeBefore = text_.size();
+        // One that is faster than its reader would never let an excerpt be made.
+        if (!readToString(end_.get(), text_, excerpt_ ? kAtOnce : std::string::npos)) {
+            end_.reset();
+        }
+        size_ += text_.size() - sizeBefore;
+        if (excerpt_) {
+            excerpt_->shorten();
+        }
+    }
+
+    // Of all that came.
+    std::size_t size() const { return size_; }
+
+  private:
+    static constexpr std::size_t kAtOnce = 64 << 10;
+
+    Descriptor& end_;
+    std::string& text_;
+    std::optional<Excerpt> excerpt_;
+    std::size_t size_ = 0;
+};
 
 // Waits until one of three descriptors can go on. Those that are closed (-1) never can.
 std::array<bool, 3> waitReady(const RunPipes& pipes) {
@@ -122,9 +152,7 @@ void pauseForMore(std::size_t rounds, std::size_t size) {
 }
 
 // Feeds and gathers until all three pipes are done with.
-void exchange(RunPipes& pipes, std::string_view& input, std::string& outText,
-              std::string& errText) {
-    const std::size_t sizeBefore = outText.size() + errText.size();
+void exchange(RunPipes& pipes, std::string_view& input, Gathering out, Gathering err) {
     std::size_t rounds = 0;
     while (pipes.in.writeEnd.isOpen() || pipes.out.readEnd.isOpen() || pipes.err.readEnd.isOpen()) {
         const auto [isInReady, isOutReady, isErrReady] = waitReady(pipes);
@@ -132,13 +160,13 @@ void exchange(RunPipes& pipes, std::string_view& input, std::string& outText,
             feed(pipes.in.writeEnd, input);
         }
         if (isOutReady) {
-            drain(pipes.out.readEnd, outText);
+            out.drain();
         }
         if (isErrReady) {
-            drain(pipes.err.readEnd, errText);
+            err.drain();
         }
         if (!pipes.in.writeEnd.isOpen()) {
-            pauseForMore(++rounds, outText.size() + errText.size() - sizeBefore);
+            pauseForMore(++rounds, out.size() + err.size());
         }
     }
 }
@@ -236,7 +264,8 @@ int forkExecvGetInOutErrSuidEnv(std::string_view input, std::string& outText, st
     if (child.failure) {
         pipes.in.writeEnd.reset();
     }
-    exchange(pipes, input, outText, errText);
+    const char* const mark = confinement.excerptMark;
+    exchange(pipes, input, {pipes.out.readEnd, outText, mark}, {pipes.err.readEnd, errText, mark});
     return waitForChild(child.pid);
 }
 
@@ -279,21 +308,23 @@ int dup2Custom(int source, int target) {
     return moveDescriptor(source, target);
 }
 
-bool readToString(int fd, std::string& text) {
+bool readToString(int fd, std::string& text, std::size_t most) {
     std::array<char, 4096> block;
-    for (;;) {
+    for (std::size_t size = 0; size < most;) {
         const ssize_t got = read(fd, block.data(), block.size());
         if (got == 0) {
             return false;
         }
         if (got > 0) {
             text.append(block.data(), static_cast<std::size_t>(got));
+            size += static_cast<std::size_t>(got);
         } else if (errno == EAGAIN) {
             return true;
         } else if (errno != EINTR) {
             throwSystemError("readToString failed");
         }
     }
+    return true;
 }
 
 void writeFromString(int fd, std::string_view& text) {

@@ -21,8 +21,8 @@ namespace zelvo {
 // appended to them. utility: path of the program; without a slash it is looked for in the child's
 // PATH as execvp does. args: the child's arguments, argv[0] first. uid: the user that the child
 // becomes, or kKeepUser; its groups stay. env: set over the inherited environment, in the map's
-// order. confinement: what else the child may not do. hasStarted: set to whether the child became
-// its program, if it is not null.
+// order. confinement: what else the child may not do, and whether its output is kept in full.
+// hasStarted: set to whether the child became its program, if it is not null.
 //
 // Returns the child's exit status, or -1 when a signal ended it or waiting for it failed. A program
 // that cannot be started is told as one that failed: 1, with the reason in both texts; so is a
@@ -71,9 +71,10 @@ pid_t forkExecvPipes(int inFd, int outFd, int errFd, const std::string& utility,
 // /dev/null cannot be opened.
 int dup2Custom(int source, int target);
 
-// Appends to text what a descriptor holds. Returns false at end of file and true when a read would
-// block. Raises SystemError (POSIX read).
-bool readToString(int fd, std::string& text);
+// Appends to text what a descriptor holds. most: bytes after which it stops, give or take a block.
+// Returns false at end of file and true when a read would block or that many were read. Raises
+// SystemError (POSIX read).
+bool readToString(int fd, std::string& text, std::size_t most = std::string::npos);
 
 // Writes as much as a descriptor takes and removes that much from the front of text; a view, since
 // taking 64 MB from the front of a string in steps of a pipe's size would move them a thousand

@@ -68,6 +68,23 @@ TEST(Runner, TellsTheEndAndAppendsBothStreams) {
     ualarm(0, 0);
 }
 
+// Catches an outpour that fills the memory, and the one line that tells of a fault in it.
+TEST(Runner, KeepsAnExcerpt) {
+    const char* const flood =
+        "yes one | head -c 90000000; echo ERROR 1; yes two | head -c 90000000;"
+        "tr '\\0' - < /dev/zero | head -c 9000000 >&2; echo end >&2";
+    std::string out = "before ", err;
+    forkExecvGetInOutErrSuidEnv("", out, err, "/bin/sh", makeArgs({"sh", "-c", flood}), kKeepUser,
+                                {}, {nullptr, nullptr, "ERROR "});
+    EXPECT_THAT(out, testing::AllOf(testing::StartsWith("before one\n"), testing::EndsWith("two\n"),
+                                    testing::HasSubstr("one\n\n[...]\nERROR 1\ntwo\n")));
+    EXPECT_THAT(err, testing::EndsWith("-end\n"));
+    for (const std::string& text : {out, err}) {
+        EXPECT_GT(text.size(), 128U << 10);
+        EXPECT_LT(text.size(), 320U << 10);
+    }
+}
+
 TEST(Runner, WorksAboveDescriptor1023AndLeaksNone) {
     const auto runAbove = [] {
         rlimit limit{};
