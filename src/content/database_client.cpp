@@ -52,10 +52,10 @@ tLogExecCmd mysqlClient(const DbServerAccess& server, const std::string& databas
 }
 
 // A client that refuses the option says so first and has not connected yet: nothing is loaded
-// twice.
+// twice. What stands around these words differs from client to client.
 bool refusedOption(const tLogExecCmd& mysql) {
     const std::string firstLine = mysql.stderr.substr(0, mysql.stderr.find('\n'));
-    return firstLine.ends_with(": unknown option '--no-defaults'");
+    return firstLine.find("unknown option '--no-defaults'") != std::string::npos;
 }
 
 // The client goes on behind a statement that failed and ends with 0 all the same; what it says of
