@@ -95,8 +95,8 @@ void DatabaseUserDeployer::createTempUser(const std::string& login, const std::s
     try {
         cmd.exec();
     } catch (const Exc<&ExecCmd::Failed>&) {
-        // A utility that refuses has made no user. Of one that was killed, or whose answer was
-        // lost, nobody knows.
+        // One that refuses has no user to remove, as a rule: it may have made him and failed behind
+        // that, and then he stays. Of one that was killed, or whose answer was lost, nobody knows.
         if (cmd.retCode > 0) {
             tempUsers_.pop_back();
         }
