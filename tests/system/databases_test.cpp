@@ -169,8 +169,8 @@ exec -a database UTILITY "${words[@]}"
                        "UTILITY", utility));
     }
 
-    // In place of a client: first called for "last" it waits for a
-    // stop; and it becomes the real one.
+    // In place of a client: first called for "last" it waits for a stop; and it becomes the real
+    // one.
     void putClient(const std::string& name, const std::string& client) {
         writeProgram(kClients.substr(1) + "/" + name,
                      "#!/bin/sh\ncase $* in -u*last) read -r word < " + kClients +
