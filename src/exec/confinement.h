@@ -10,7 +10,8 @@ namespace zelvo {
 struct Confinement {
     // Keeps the child from writing elsewhere; null for none. It is ready.
     const WriteFence* fence = nullptr;
-    // Who the child becomes, and then it has no home; null for who it is.
+    // Who the child becomes, and then it has no home and only the basic environment (Inherited),
+    // and behind a fence it sees no processes of others; null for who it is.
     const Outsider* outsider = nullptr;
     // Null for all of the child's output. Else an Excerpt of each stream is kept, with this mark.
     const char* excerptMark = nullptr;

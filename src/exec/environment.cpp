@@ -2,8 +2,11 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstring>
+#include <string_view>
 
 namespace zelvo {
 
@@ -13,13 +16,22 @@ bool isNamed(const char* entry, const std::string& name) {
     return strncmp(entry, name.c_str(), name.size()) == 0 && entry[name.size()] == '=';
 }
 
+bool isBasic(const char* entry) {
+    const std::string_view text(entry);
+    const auto isOneOf = [&](const char* name) { return isNamed(entry, name); };
+    constexpr std::array kNames{"PATH", "HOME", "TZ", "LANG"};
+    return text.starts_with("LC_") || std::any_of(kNames.begin(), kNames.end(), isOneOf);
+}
+
 }  // namespace
 
-EnvironmentVector::EnvironmentVector(const Environment& additions) {
+EnvironmentVector::EnvironmentVector(const Environment& additions, Inherited inherited) {
     // The entries point into these strings, so they must not move.
     owned_.reserve(additions.size());
-    for (char** inherited = environ; inherited != nullptr && *inherited != nullptr; ++inherited) {
-        entries_.push_back(*inherited);
+    for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
+        if (inherited == Inherited::kAll || isBasic(*entry)) {
+            entries_.push_back(*entry);
+        }
     }
     for (const auto& [name, value] : additions) {
         set(name.c_str(), value.c_str());

@@ -12,13 +12,17 @@ namespace zelvo {
 // set.
 using Environment = std::map<std::string, std::string>;
 
+// What a child gets of this process's environment. kBasic: PATH, HOME, TZ, LANG and LC_* alone, for
+// a child that works for a stranger, who may read what the child can.
+enum class Inherited { kAll, kBasic };
+
 // This process's environment as it would be after one setenv with overwriting for each variable.
 // Points into the process's own environment, so it is good until that changes.
 class EnvironmentVector {
   public:
-    // additions: what is set over the inherited variables. A name that setenv would refuse (empty,
-    // or with a "=" in it) stops the work there and is told by error().
-    explicit EnvironmentVector(const Environment& additions);
+    // additions: what is set over the variables that are inherited. A name that setenv would refuse
+    // (empty, or with a "=" in it) stops the work there and is told by error().
+    explicit EnvironmentVector(const Environment& additions, Inherited inherited = Inherited::kAll);
     EnvironmentVector(const EnvironmentVector&) = delete;
     EnvironmentVector& operator=(const EnvironmentVector&) = delete;
 

@@ -110,7 +110,9 @@ int execProgram(SpawnPlan& plan) {
 void confine(SpawnPlan& plan) {
     const Confinement& confinement = plan.confinement;
     // The fence takes rights that an outsider does not have.
-    const int fenceError = confinement.fence != nullptr ? confinement.fence->close() : 0;
+    const Processes others =
+        confinement.outsider != nullptr ? Processes::kHidden : Processes::kShown;
+    const int fenceError = confinement.fence != nullptr ? confinement.fence->close(others) : 0;
     if (fenceError != 0) {
         giveUp(plan, SpawnStep::kFence, fenceError);
     }
@@ -224,7 +226,8 @@ SpawnPlan::SpawnPlan(const std::array<int, 3>& childStreams, const std::string& 
     : streams(childStreams),
       uid(childUid),
       confinement(childConfinement),
-      environment(confinement.outsider == nullptr ? env : withoutHome(env)),
+      environment(confinement.outsider == nullptr ? env : withoutHome(env),
+                  confinement.outsider == nullptr ? Inherited::kAll : Inherited::kBasic),
       candidates(programCandidates(utility, environment.find("PATH"))),
       signals(changedSignals()),
       argv(args.data()),

@@ -55,18 +55,29 @@ bool closeOtherProcesses(int rules) noexcept {
            (rules < 0 || syscall(SYS_landlock_restrict_self, rules, 0U) == 0);
 }
 
-int closeAround(int tree, const char* path, int rules) noexcept {
+// All users may read the arguments of processes, and some hold a password. A container may forbid
+// to mount a /proc without those of others; then there is none at all.
+void coverProcesses() noexcept {
+    constexpr unsigned long kFlags = MS_RDONLY | MS_NOSUID | MS_NODEV | MS_NOEXEC;
+    if (mount("proc", "/proc", "proc", kFlags, "hidepid=2,subset=pid") != 0) {
+        mount("none", "/proc", "tmpfs", kFlags, nullptr);
+    }
+}
+
+int closeAround(int tree, const char* path, int rules, Processes others) noexcept {
     mount_attr readOnly{};
     readOnly.attr_set = MOUNT_ATTR_RDONLY;
     // Or what is mounted here would be so on the machine.
     readOnly.propagation = MS_PRIVATE;
-    const bool isClosed =
+    const bool isMounted =
         unshare(CLONE_NEWNS) == 0 &&
         mount_setattr(AT_FDCWD, "/", AT_RECURSIVE, &readOnly, sizeof(readOnly)) == 0 &&
-        move_mount(tree, "", AT_FDCWD, path, MOVE_MOUNT_F_EMPTY_PATH | MOVE_MOUNT_T_SYMLINKS) ==
-            0 &&
-        closeOtherProcesses(rules);
-    return isClosed ? 0 : errno;
+        move_mount(tree, "", AT_FDCWD, path, MOVE_MOUNT_F_EMPTY_PATH | MOVE_MOUNT_T_SYMLINKS) == 0;
+    // The rules forbid to mount.
+    if (isMounted && others == Processes::kHidden) {
+        coverProcesses();
+    }
+    return isMounted && closeOtherProcesses(rules) ? 0 : errno;
 }
 
 // Why this machine grants no fence, 0 if it does. That a tree can be cloned tells nothing of the
@@ -86,7 +97,7 @@ int refusal(int directory, const char* path) {
         return errno;
     }
     if (pid == 0) {
-        const int error = closeAround(tree.get(), path, rules);
+        const int error = closeAround(tree.get(), path, rules, Processes::kShown);
         _exit(write(answer.writeEnd.get(), &error, sizeof(error)) == sizeof(error) ? 0 : 1);
     }
     // Not by the child's status, of which there is none where SIGCHLD is ignored.
@@ -112,6 +123,8 @@ WriteFence::WriteFence(int directory, std::string path)
     }
 }
 
-int WriteFence::close() const noexcept { return closeAround(tree_.get(), path_.c_str(), rules_); }
+int WriteFence::close(Processes others) const noexcept {
+    return closeAround(tree_.get(), path_.c_str(), rules_, others);
+}
 
 }  // namespace zelvo

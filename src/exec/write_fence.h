@@ -7,6 +7,9 @@
 
 namespace zelvo {
 
+// Whether the child finds other processes than those of its user in /proc.
+enum class Processes { kShown, kHidden };
+
 // The child sees the whole machine as it is, but read-only: a mount namespace of its own, in which
 // only this directory can be written to (Linux mount_setattr). What it does to a file elsewhere, be
 // it a change of owner or mode or a hard link, fails with EROFS or EXDEV. Serves one child.
@@ -22,9 +25,9 @@ class WriteFence {
     // Why it is not: an error number.
     int error() const { return error_; }
 
-    // Puts the calling process behind the fence. Returns 0 or an error number. Async-signal-safe;
-    // to be called in the child.
-    int close() const noexcept;
+    // Puts the calling process behind the fence. others: are hidden where the system lets /proc be
+    // covered. Returns 0 or an error number. Async-signal-safe; to be called in the child.
+    int close(Processes others) const noexcept;
 
   private:
     Descriptor tree_;

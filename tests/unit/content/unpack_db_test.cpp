@@ -67,7 +67,8 @@ TEST_F(UnpackDbTest, LoadsIntoMariaDb) {
                                               testing::Not(testing::HasSubstr("wrong"))));
 }
 
-// Catches a client that does for a dump what root can do: read a file, write one, start a shell.
+// Catches a client that does for a dump what root can do: read a file, write one, start a shell;
+// and one that shows a dump what this process was started with.
 TEST_F(UnpackDbTest, GivesAHostileDumpNothing) {
     MariaDbServer server(dir.path("mariadb"));
     server.query("create database shop; grant all on shop.* to loader@localhost identified by 'x'");
@@ -87,6 +88,13 @@ TEST_F(UnpackDbTest, GivesAHostileDumpNothing) {
                 testing::AllOf(testing::HasSubstr("Errcode: 13"), testing::EndsWith("end\n"),
                                testing::Not(testing::HasSubstr("of root"))));
     EXPECT_THAT(load("source " + secret + end), testing::Not(testing::HasSubstr("of root")));
+    setenv("ZT_SECRET", "of root", 1);
+    EXPECT_THAT(
+        load("load data local infile '/proc/self/environ' into table t;" + end),
+        testing::AllOf(testing::HasSubstr("PATH="), testing::Not(testing::HasSubstr("ZT_"))));
+    EXPECT_THAT(load("load data local infile '/proc/" + std::to_string(getpid()) +
+                     "/cmdline' into table t;" + end),
+                testing::HasSubstr("Errcode: 2"));
     load("\\! touch " + open + "/a\nsystem touch " + open + "/b\npager cat > " + open +
          "/c\nselect 1;\ntee " + open + "/d\nselect 1;" + end);
     EXPECT_TRUE(std::filesystem::is_empty(open));
