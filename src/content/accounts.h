@@ -8,8 +8,6 @@ inline constexpr const char* kRoot = "root";
 inline constexpr const char* kRootGroup = "0";
 // User and group that own mail.
 inline constexpr const char* kMail = "popuser";
-// Without rights.
-inline constexpr const char* kNobody = "nobody";
 // User and group of the panel itself.
 inline constexpr const char* kPanel = "qrdadm";
 // User and group of the mail list manager.

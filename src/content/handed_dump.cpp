@@ -9,11 +9,9 @@
 #include <filesystem>
 #include <sstream>
 
-#include "content/accounts.h"
 #include "content/beneath.h"
 #include "content/content_errors.h"
 #include "content/told_name.h"
-#include "lib/zelvo_ugid.h"
 #include "report/debug_log.h"
 
 namespace zelvo {
@@ -28,16 +26,6 @@ bool isPlain(const std::string& name) {
     constexpr const char* kPlain =
         "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789._/@+-";
     return !name.starts_with('-') && name.find_first_not_of(kPlain) == std::string::npos;
-}
-
-// The account that is there for those who shall have no rights.
-Outsider nobody() {
-    uid_t user = 0;
-    gid_t group = 0;
-    if (zelvo_ugid(accounts::kNobody, &user, &group) != 0 || user == 0 || group == 0) {
-        throw EXC(UnsuitableOwner) % accounts::kNobody % "there is none without rights";
-    }
-    return {user, group};
 }
 
 // Gives what openBeneath has reached to root and a group. Returns 0 or an error number.
@@ -124,9 +112,11 @@ void HandedDump::handOver() {
     }
     int error = giveTo(reader_.group());
     if (error == EINVAL || error == EOVERFLOW) {
-        theDebugLog->log("This machine has no number for an account that loads a database dump; '" +
-                         std::string(accounts::kNobody) + "' loads it");
-        reader_ = nobody();
+        theDebugLog->log(
+            std::string("A database dump is loaded under a number below 65536: this machine has no "
+                        "other for an account without rights"));
+        const std::optional<Outsider> small = Outsider::uniqueOfSmall();
+        reader_ = small.value_or(reader_);
         error = giveTo(reader_.group());
     }
     if (error != 0) {

@@ -16,7 +16,7 @@ class HandedDump {
     // there. listing: what tar printed of it, without the last line feed.
     //
     // Raises UnExpectedResult, with the reason, when the first is no regular file or when it cannot
-    // be handed over; UnsuitableOwner where not even the account "nobody" is there.
+    // be handed over, as on a machine without a number for an account that nobody has.
     HandedDump(const std::string& directory, const std::string& listing);
 
     const std::string& directory() const { return directory_; }
@@ -32,7 +32,7 @@ class HandedDump {
     void makePlain();
     // Opens the file, and the way to it, to a group. Returns 0 or an error number.
     int giveTo(gid_t group) const;
-    // Where the system has no number for an account of its own, "nobody" reads it.
+    // Where the system has no large number for an account of its own, it is a small one.
     void handOver();
 
     std::string directory_;

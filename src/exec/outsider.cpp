@@ -1,5 +1,7 @@
 #include "exec/outsider.h"
 
+#include <grp.h>
+#include <pwd.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
@@ -26,18 +28,29 @@ constexpr long kSetOtherGroups = SYS_setgroups;
 
 Outsider Outsider::unique() {
     constexpr uid_t kFirst = 0x70000000;
-    const uid_t id = kFirst + static_cast<uid_t>(getpid());
-    return {id, id, true};
+    return Outsider(kFirst + static_cast<uid_t>(getpid()));
+}
+
+std::optional<Outsider> Outsider::uniqueOfSmall() {
+    constexpr uid_t kFirst = 60578;
+    constexpr uid_t kCount = 61184 - kFirst;
+    const auto begin = static_cast<uid_t>(getpid());
+    for (uid_t i = 0; i < kCount; ++i) {
+        const uid_t id = kFirst + (begin + i) % kCount;
+        if (getpwuid(id) == nullptr && getgrgid(id) == nullptr) {
+            return Outsider(id);
+        }
+    }
+    return std::nullopt;
 }
 
 int Outsider::become() const noexcept {
     // The one process is the child itself.
     const rlimit alone{1, 1};
-    const bool isDone = (!isAlone_ || setrlimit(RLIMIT_NPROC, &alone) == 0) &&
-                        syscall(kSetOtherGroups, 0, nullptr) == 0 &&
-                        syscall(kSetGroups, group_, group_, group_) == 0 &&
-                        syscall(kSetUsers, user_, user_, user_) == 0 &&
-                        prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0;
+    const bool isDone =
+        setrlimit(RLIMIT_NPROC, &alone) == 0 && syscall(kSetOtherGroups, 0, nullptr) == 0 &&
+        syscall(kSetGroups, id_, id_, id_) == 0 && syscall(kSetUsers, id_, id_, id_) == 0 &&
+        prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0;
     return isDone ? 0 : errno;
 }
 

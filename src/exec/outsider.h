@@ -3,21 +3,24 @@
 
 #include <sys/types.h>
 
+#include <optional>
+
 namespace zelvo {
 
-// A user and a group without anything on this machine but what is given to them.
+// A user and a group, of one number, without anything on this machine but what is given to them,
+// and which no other process has. Whoever becomes it can start no process, a shell neither.
 class Outsider {
   public:
-    // An account that no other process has: a number out of those that are left free for containers
-    // and users alike, from 0x70000000 on, and this process's id. Whoever becomes it can start no
-    // process, a shell neither.
+    // The number is out of those that are left free for containers and users alike, from 0x70000000
+    // on, and this process's id.
     static Outsider unique();
 
-    // user, group: of an account that others may be too, and not root's. As their processes count
-    // with its own, whoever becomes it can start others.
-    Outsider(uid_t user, gid_t group) : Outsider(user, group, false) {}
+    // The same where a user namespace has numbers of 16 bits only: one of 60578 to 61183, which
+    // systems leave free, and of those one without a name (POSIX getpwuid, getgrgid), begun with
+    // this process's id. Empty where all have names.
+    static std::optional<Outsider> uniqueOfSmall();
 
-    gid_t group() const { return group_; }
+    gid_t group() const { return id_; }
 
     // Makes the calling process this account, for good: without other groups, and without the
     // rights that a program of another owner would give it. Returns 0 or an error number.
@@ -25,12 +28,9 @@ class Outsider {
     int become() const noexcept;
 
   private:
-    Outsider(uid_t user, gid_t group, bool isAlone)
-        : user_(user), group_(group), isAlone_(isAlone) {}
+    explicit Outsider(uid_t id) : id_(id) {}
 
-    uid_t user_;
-    gid_t group_;
-    bool isAlone_;
+    uid_t id_;
 };
 
 }  // namespace zelvo
