@@ -121,7 +121,10 @@ void HandedDump::handOver() {
     }
     if (error != 0) {
         throw EXC(UnExpectedResult) %
-            ("the database dump cannot be given to its reader: " + std::string(strerror(error)));
+            ("no database dump in the directory " + directory_ +
+             " can be given to the account that loads it: " +
+             (error == EINVAL ? "this machine has no number for one without rights"
+                              : strerror(error)));
     }
 }
 
