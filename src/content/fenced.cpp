@@ -13,7 +13,7 @@ void execFenced(tLogExecCmd& command, const std::string& directory) {
     if (fence.isReady()) {
         command.confinement.fence = &fence;
     } else {
-        theDebugLog->log(std::string("Unpacked without a fence around the destination: ") +
+        theDebugLog->log("Without a fence around " + directory + " runs " + command.utility + ": " +
                          strerror(fence.error()));
     }
     command.exec();

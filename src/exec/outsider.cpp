@@ -2,6 +2,7 @@
 
 #include <grp.h>
 #include <pwd.h>
+#include <signal.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
@@ -47,8 +48,11 @@ std::optional<Outsider> Outsider::uniqueOfSmall() {
 int Outsider::become() const noexcept {
     // The one process is the child itself.
     const rlimit alone{1, 1};
+    const rlimit nothing{0, 0};
+    // The program could still make and empty files where all users may, as long as no fence stands.
     const bool isDone =
-        setrlimit(RLIMIT_NPROC, &alone) == 0 && syscall(kSetOtherGroups, 0, nullptr) == 0 &&
+        setrlimit(RLIMIT_NPROC, &alone) == 0 && setrlimit(RLIMIT_FSIZE, &nothing) == 0 &&
+        signal(SIGXFSZ, SIG_IGN) != SIG_ERR && syscall(kSetOtherGroups, 0, nullptr) == 0 &&
         syscall(kSetGroups, id_, id_, id_) == 0 && syscall(kSetUsers, id_, id_, id_) == 0 &&
         prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0;
     return isDone ? 0 : errno;

@@ -8,7 +8,8 @@
 namespace zelvo {
 
 // A user and a group, of one number, without anything on this machine but what is given to them,
-// and which no other process has. Whoever becomes it can start no process, a shell neither.
+// and which no other process has. Whoever becomes it can start no process, a shell neither, and
+// write to no regular file: that fails with EFBIG (POSIX RLIMIT_FSIZE, SIGXFSZ is ignored).
 class Outsider {
   public:
     // The number is out of those that are left free for containers and users alike, from 0x70000000

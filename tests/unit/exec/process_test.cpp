@@ -142,7 +142,8 @@ TEST(Child, BecomesAnOutsider) {
             "", out, err, "/bin/sh",
             makeArgs({"sh", "-c",
                       "while read -r a; do case $a in Uid*|Gid*|Groups*|CapEff*|NoNewPrivs*) "
-                      "echo $a;; esac; done < /proc/self/status; echo $HOME; (:) && echo forked"}),
+                      "echo $a;; esac; done < /proc/self/status; echo $HOME; ulimit -f; (:) && "
+                      "echo forked"}),
             kKeepUser, {}, {nullptr, &outsider});
         return out + err;
     };
@@ -150,7 +151,7 @@ TEST(Child, BecomesAnOutsider) {
         const std::string number = " " + std::to_string(id);
         const std::string four = number + number + number + number;
         return "Uid:" + four + "\nGid:" + four +
-               "\nGroups:\nCapEff: 0000000000000000\nNoNewPrivs: 1\n/nonexistent\n";
+               "\nGroups:\nCapEff: 0000000000000000\nNoNewPrivs: 1\n/nonexistent\n0\n";
     };
     const auto id = 0x70000000 + static_cast<std::uint32_t>(getpid());
     EXPECT_EQ(run(Outsider::unique()), status(id) + "sh: 1: Cannot fork\n");
