@@ -1,5 +1,6 @@
 #include "exec/spawn.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <linux/close_range.h>
 #include <paths.h>
@@ -51,16 +52,48 @@ void resetSignals(const std::vector<int>& numbers) {
     sigprocmask(SIG_SETMASK, &none, nullptr);
 }
 
+constexpr int kFirstInherited = STDERR_FILENO + 1;
+
+// name: of an entry of /proc/self/fd, a number but for the two directories.
+void closeNamed(const char* name) {
+    int fd = 0;
+    for (; *name >= '0' && *name <= '9'; ++name) {
+        fd = 10 * fd + (*name - '0');
+    }
+    if (*name == '\0' && fd >= kFirstInherited) {
+        fcntl(fd, F_SETFD, FD_CLOEXEC);
+    }
+}
+
+// Has the kernel's list of open descriptors closed, by system calls alone: what the library opens
+// directories with allocates. Returns false where there is no such list.
+bool closeListed() {
+    const int list = open("/proc/self/fd", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (list < 0) {
+        return false;
+    }
+    alignas(dirent64) char entries[2048];
+    long size = 0;
+    while ((size = syscall(SYS_getdents64, list, entries, sizeof(entries))) > 0) {
+        for (long at = 0; at < size;) {
+            const auto* const entry = reinterpret_cast<const dirent64*>(entries + at);
+            closeNamed(entry->d_name);
+            at += entry->d_reclen;
+        }
+    }
+    close(list);
+    return size == 0;
+}
+
 // Has every descriptor above the standard streams closed by the coming exec.
 void closeInherited() {
-    constexpr unsigned kFirst = STDERR_FILENO + 1;
-    if (syscall(SYS_close_range, kFirst, ~0U, CLOSE_RANGE_CLOEXEC) == 0) {
+    // A kernel before 5.11 does not know the flag.
+    if (syscall(SYS_close_range, kFirstInherited, ~0U, CLOSE_RANGE_CLOEXEC) == 0 || closeListed()) {
         return;
     }
-    // A kernel before 5.11.
     rlimit limit{};
     getrlimit(RLIMIT_NOFILE, &limit);
-    for (rlim_t fd = kFirst; fd < limit.rlim_cur; ++fd) {
+    for (rlim_t fd = kFirstInherited; fd < limit.rlim_cur; ++fd) {
         fcntl(static_cast<int>(fd), F_SETFD, FD_CLOEXEC);
     }
 }
