@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <functional>
 #include <sstream>
 #include <tuple>
 #include <utility>
@@ -21,6 +22,56 @@ namespace {
 std::string relativePath(const std::string& directory, const std::string& path) {
     const std::size_t start = path.find_first_not_of('/', directory.size());
     return start == std::string::npos ? "." : path.substr(start);
+}
+
+// flags: 0, or O_NOFOLLOW for a link at the end.
+Descriptor resolveBeneath(const std::string& directory, const std::string& path, unsigned flags) {
+    if (!path.starts_with(directory)) {
+        return Descriptor();
+    }
+    const Descriptor root(open(directory.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    open_how how{};
+    how.flags = O_PATH | O_CLOEXEC | flags;
+    how.resolve = RESOLVE_BENEATH | RESOLVE_NO_MAGICLINKS;
+    const std::string relative = relativePath(directory, path);
+    return Descriptor(
+        static_cast<int>(syscall(SYS_openat2, root.get(), relative.c_str(), &how, sizeof(how))));
+}
+
+mode_t typeOf(const Descriptor& file) {
+    struct stat status {};
+    return fstat(file.get(), &status) == 0 ? status.st_mode & S_IFMT : 0;
+}
+
+using IsFine = std::function<bool(const std::string& link)>;
+
+void requireRegular(const std::filesystem::path& path, std::filesystem::file_type type,
+                    const IsFine& isFine) {
+    using Type = std::filesystem::file_type;
+    if (type != Type::regular && type != Type::directory &&
+        (type != Type::symlink || !isFine(path))) {
+        throw EXC(UnExpectedResult) % (path.string() + " is neither a file nor a directory");
+    }
+}
+
+void requireRegularBelow(const std::string& path, const IsFine& isFine) {
+    namespace fs = std::filesystem;
+    std::error_code error;
+    const fs::file_type top = fs::symlink_status(path, error).type();
+    if (top == fs::file_type::not_found) {
+        return;
+    }
+    requireRegular(path, top, [](const std::string&) { return false; });
+    if (top == fs::file_type::directory) {
+        for (fs::recursive_directory_iterator entry(path, error), end; !error && entry != end;
+             entry.increment(error)) {
+            requireRegular(entry->path(), entry->symlink_status(error).type(), isFine);
+        }
+    }
+    // What could not be looked at is not known to be regular; what has gone meanwhile is gone.
+    if (error && error != std::errc::no_such_file_or_directory) {
+        throw EXC(UnExpectedResult) % (path + " can not be looked through: " + error.message());
+    }
 }
 
 // Returns whether it is as new as that.
@@ -41,16 +92,7 @@ bool removeIfNew(const std::string& directory, const std::filesystem::path& path
 }  // namespace
 
 Descriptor openBeneath(const std::string& directory, const std::string& path) {
-    if (!path.starts_with(directory)) {
-        return Descriptor();
-    }
-    const Descriptor root(open(directory.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-    open_how how{};
-    how.flags = O_PATH | O_NOFOLLOW | O_CLOEXEC;
-    how.resolve = RESOLVE_BENEATH | RESOLVE_NO_MAGICLINKS;
-    const std::string relative = relativePath(directory, path);
-    return Descriptor(
-        static_cast<int>(syscall(SYS_openat2, root.get(), relative.c_str(), &how, sizeof(how))));
+    return resolveBeneath(directory, path, O_NOFOLLOW);
 }
 
 Descriptor openDirectoryBeneath(const std::string& directory, const std::string& path) {
@@ -67,9 +109,7 @@ Descriptor openDirectoryBeneath(const std::string& directory, const std::string&
 }
 
 mode_t typeBeneath(const std::string& directory, const std::string& path) {
-    const Descriptor file = openBeneath(directory, path);
-    struct stat status {};
-    return fstat(file.get(), &status) == 0 ? status.st_mode & S_IFMT : 0;
+    return typeOf(openBeneath(directory, path));
 }
 
 void lchownBeneath(const std::string& directory, const std::string& path, uid_t owner,
@@ -86,19 +126,14 @@ void chmodBeneath(const std::string& directory, const std::string& path, mode_t 
 }
 
 void refuseLinks(const std::string& path) {
-    namespace fs = std::filesystem;
-    const auto check = [](const fs::path& name, const fs::file_status& status) {
-        if (status.type() != fs::file_type::not_found && status.type() != fs::file_type::regular &&
-            status.type() != fs::file_type::directory) {
-            throw EXC(UnExpectedResult) % (name.string() + " is neither a file nor a directory");
-        }
-    };
-    std::error_code error;
-    check(path, fs::symlink_status(path, error));
-    for (fs::recursive_directory_iterator entry(path, error), end; !error && entry != end;
-         entry.increment(error)) {
-        check(entry->path(), entry->symlink_status(error));
-    }
+    requireRegularBelow(path, [](const std::string&) { return false; });
+}
+
+void refuseLinksOut(const std::string& directory) {
+    requireRegularBelow(directory, [&](const std::string& link) {
+        const mode_t type = typeOf(resolveBeneath(directory, link, 0));
+        return type == S_IFREG || type == S_IFDIR;
+    });
 }
 
 std::string removeIrregular(const std::string& directory, const timespec& since) {

@@ -30,8 +30,11 @@ void chmodBeneath(const std::string& directory, const std::string& path, mode_t 
 
 // Raises UnExpectedResult when a path, or anything below it, is neither a regular file nor a
 // directory (POSIX): a program that is let loose on it would follow a link to the files of others.
-// What is not there is fine.
+// What is not there is fine; what cannot be looked through is not.
 void refuseLinks(const std::string& path);
+
+// The same, but a link below the directory that leads to a file or a directory below it is fine.
+void refuseLinksOut(const std::string& directory);
 
 // Removes below a directory what is neither a regular file nor a directory, as far as it came there
 // since a time: what stood there stays. Returns the path of the first one, empty for none. since:

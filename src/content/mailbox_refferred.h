@@ -26,7 +26,8 @@ class Mailbox_Refferred : public RefferredCid {
     Mailbox_Refferred(const XmlNode& node, Kind contentKind, std::string name);
 
     // Rebuilds the archive pages of the list. domain: of no effect, lists are known by their names.
-    // Raises ExecCmd::Failed, and UnsafeName for a name that would be taken for an option.
+    // Raises ExecCmd::Failed, UnsafeName for a name that would be taken for an option, and
+    // UnExpectedResult for links by which the list's files would be read or written elsewhere.
     void updateMailList(const std::string& domain) const;
 
     Kind kind;
