@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <tuple>
 
 #include "content/account_ids.h"
 #include "content/accounts.h"
@@ -29,12 +30,34 @@ void makeAs(const std::string& path, const std::string& model) {
     }
 }
 
+bool knowsNoExchange(int error) {
+    return error == EINVAL || error == ENOSYS || error == EOPNOTSUPP;
+}
+
+// What stands in the place goes first, and comes back if the other one cannot follow.
+void replace(const std::string& from, const std::string& to) {
+    const UnpackDirectory aside(getListArchivesDir());
+    const std::string old = aside.path() + "/old";
+    const bool isAway = rename(to.c_str(), old.c_str()) == 0;
+    if ((isAway || errno == ENOENT) && rename(from.c_str(), to.c_str()) == 0) {
+        return;
+    }
+    const int error = errno;
+    if (isAway) {
+        std::ignore = rename(old.c_str(), to.c_str());
+    }
+    throw EXC(CantMoveContent) % from % to % strerror(error);
+}
+
 // Both are on one disk. What stands in the place comes to the other one, so that a link there is
 // not followed.
 void move(const std::string& from, const std::string& to) {
-    if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_EXCHANGE) != 0 &&
-        (errno != ENOENT || rename(from.c_str(), to.c_str()) != 0)) {
-        throw EXC(CantMoveContent) % from % to % strerror(errno);
+    if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_EXCHANGE) != 0) {
+        if (knowsNoExchange(errno)) {
+            replace(from, to);
+        } else if (errno != ENOENT || rename(from.c_str(), to.c_str()) != 0) {
+            throw EXC(CantMoveContent) % from % to % strerror(errno);
+        }
     }
 }
 
