@@ -66,8 +66,9 @@ class ContentUnpacker {
                             const std::string& owner, Paths& result);
     Paths extractDomainWhole(const Cid& cid, const std::string& destination,
                              const std::string& owner);
-    // name: of no effect, the archive holds all lists.
-    Paths extractDomainMailList(const Cid& cid, const std::string& name, const Paths& includes);
+    // destination: a directory beside the archives of lists, as others than the domain's lie there.
+    Paths extractDomainMailList(const Cid& cid, const std::string& destination,
+                                const Paths& includes);
     Paths extractDomainMail(const Cid& cid, const std::string& domain, const Paths& includes);
     Paths extractDomainDocRoot(const Cid& cid, const std::string& domain,
                                const std::string& destination, const std::string& owner,

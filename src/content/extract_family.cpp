@@ -39,9 +39,9 @@ Paths ContentUnpacker::extractDomainWhole(const Cid& cid, const std::string& des
     return untar(cid, destination, owner, kCustomers, kHostingMode);
 }
 
-Paths ContentUnpacker::extractDomainMailList(const Cid& cid, const std::string& /*name*/,
+Paths ContentUnpacker::extractDomainMailList(const Cid& cid, const std::string& destination,
                                              const Paths& includes) {
-    return untar(cid, getListArchivesDir(), includes, kMailList, kMailList, 0);
+    return untar(cid, destination, includes, kMailList, kMailList, 0);
 }
 
 Paths ContentUnpacker::extractDomainDocRoot(const Cid& cid, const std::string& domain,

@@ -8,7 +8,9 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <set>
 #include <tuple>
+#include <vector>
 
 #include "content/account_ids.h"
 #include "content/accounts.h"
@@ -17,6 +19,7 @@
 #include "content/content_failure.h"
 #include "content/destination.h"
 #include "content/unpack_directory.h"
+#include "report/guard.h"
 
 namespace zelvo {
 
@@ -61,28 +64,66 @@ void move(const std::string& from, const std::string& to) {
     }
 }
 
+// The directories of a list's archive: the mailbox, and the pages unless another list's mailbox has
+// their name.
+std::vector<std::string> directoriesOf(const std::string& listName) {
+    std::vector<std::string> directories = {listName + ".mbox"};
+    if (!listName.ends_with(".mbox")) {
+        directories.push_back(listName);
+    }
+    return directories;
+}
+
+void makeArchivesDir() {
+    create_destdir(getListArchivesDir(), userId(accounts::kMailList), groupId(accounts::kMailList),
+                   0);
+}
+
+void makeDirectoriesOf(const std::string& listName, const std::string& side) {
+    for (const std::string& directory : directoriesOf(listName)) {
+        makeAs(side + "/" + directory, getListArchivesDir() + directory);
+    }
+}
+
 // Returns whether there was something to be moved.
-bool moveDirectory(const std::string& name, const std::string& from, const std::string& to) {
-    const std::string path = from + "/" + name;
-    const mode_t type = typeBeneath(from, path);
+bool moveDirectory(const std::string& name, const std::string& side) {
+    const std::string path = side + "/" + name;
+    const mode_t type = typeBeneath(side, path);
     if (type == 0 || rmdir(path.c_str()) == 0) {
         return false;
     }
     if (type != S_IFDIR) {
         throw EXC(UnExpectedResult) % ("the archive's " + name + " is no directory");
     }
-    refuseLinks(path);
-    move(path, to + name);
+    // It names a path that is gone afterwards, which is for the log.
+    if (!debugLogged([&] { refuseLinksOut(path); })) {
+        throw EXC(UnExpectedResult) %
+            ("the archive's " + name + " has a link that leads out of it");
+    }
+    move(path, getListArchivesDir() + name);
     return true;
 }
 
-std::string otherThan(const std::string& one, const std::string& two,
-                      const std::string& directory) {
+bool moveList(const std::string& listName, const std::string& side) {
+    bool hasMoved = false;
+    for (const std::string& directory : directoriesOf(listName)) {
+        hasMoved = moveDirectory(directory, side) || hasMoved;
+    }
+    return hasMoved;
+}
+
+// The first name in a directory that is none of these lists'.
+std::string otherThan(const ListNames& lists, const std::string& side) {
+    std::set<std::string> known;
+    for (const std::string& list : lists) {
+        const std::vector<std::string> directories = directoriesOf(list);
+        known.insert(directories.begin(), directories.end());
+    }
     std::error_code error;
-    for (std::filesystem::directory_iterator entry(directory, error), end; !error && entry != end;
+    for (std::filesystem::directory_iterator entry(side, error), end; !error && entry != end;
          entry.increment(error)) {
         const std::string name = entry->path().filename();
-        if (name != one && name != two) {
+        if (!known.contains(name)) {
             return name;
         }
     }
@@ -98,22 +139,34 @@ bool isUnpackedBesideOthers(const std::string& listName, const std::string& offs
 
 std::string unpackListArchive(ContentUnpacker& unpacker, const Cid& cid,
                               const std::string& listName, const std::string& offset) {
-    const std::string all = getListArchivesDir();
-    const std::string mailbox = listName + ".mbox";
-    // Such a name is that of another list's mailbox.
-    const std::string pages = listName.ends_with(".mbox") ? mailbox : listName;
-    create_destdir(all, userId(accounts::kMailList), groupId(accounts::kMailList), 0);
-    const UnpackDirectory side(all);
-    makeAs(side.path() + "/" + mailbox, getListMboxDir(listName));
+    makeArchivesDir();
+    const UnpackDirectory side(getListArchivesDir());
+    makeDirectoriesOf(listName, side.path());
     const ContentUnpacker::Paths paths =
         unpacker.untar(cid, side.path(), offset, accounts::kMailList, accounts::kMailList, 0);
-    std::string other = otherThan(pages, mailbox, side.path());
-    const bool hasMailbox = moveDirectory(mailbox, side.path(), all);
-    const bool hasPages = pages != mailbox && moveDirectory(pages, side.path(), all);
+    std::string other = otherThan({listName}, side.path());
+    const bool hasMoved = moveList(listName, side.path());
     requireUnpacked(paths);
-    if (!hasMailbox && !hasPages) {
+    if (!hasMoved) {
         throw EXC(UnExpectedResult) % ("the archive holds nothing of the mail list " + listName);
     }
+    return other;
+}
+
+std::string unpackListArchives(ContentUnpacker& unpacker, const Cid& cid,
+                               const ContentUnpacker::Paths& includes, const ListNames& wanted,
+                               const ListNames& known) {
+    makeArchivesDir();
+    const UnpackDirectory side(getListArchivesDir());
+    for (const std::string& list : wanted) {
+        makeDirectoriesOf(list, side.path());
+    }
+    const ContentUnpacker::Paths paths = unpacker.extractDomainMailList(cid, side.path(), includes);
+    std::string other = otherThan(known, side.path());
+    for (const std::string& list : wanted) {
+        guarded([&] { moveList(list, side.path()); });
+    }
+    requireUnpacked(paths);
     return other;
 }
 

@@ -6,6 +6,8 @@
 #include "content/content_failure.h"
 #include "content/destination.h"
 #include "content/mail_list_archive.h"
+#include "report/guard.h"
+#include "xml/xml_node.h"
 
 namespace zelvo {
 
@@ -15,6 +17,13 @@ const Mailbox_Refferred& listOf(const RefferredCid& cid) {
     return static_cast<const Mailbox_Refferred&>(cid);
 }
 
+// other: empty for none.
+void requireNoOther(const std::string& other, const std::string& owner) {
+    if (!other.empty()) {
+        throw EXC(UnsafeName) % other % ("a directory of " + owner) % "it is another's";
+    }
+}
+
 }  // namespace
 
 DomainMailListRefferred::DomainMailListRefferred(const XmlNode& maillists, std::string domainName)
@@ -22,17 +31,24 @@ DomainMailListRefferred::DomainMailListRefferred(const XmlNode& maillists, std::
           maillists, "domainmaillist",
           {"Going to unpack maillists", "Going to unpack domain maillists with estored objects",
            "Finished unpacking the maillistes"}),
-      domainName_(std::move(domainName)) {}
+      domainName_(std::move(domainName)) {
+    for (XmlNodeIterator list = maillists.iterate("maillist"); !list.atEnd(); ++list) {
+        named_.insert((*list).str("@name"));
+    }
+}
 
 void DomainMailListRefferred::addMailList(const XmlNode& node, const std::string& name) {
     using Kind = Mailbox_Refferred::Kind;
+    // The archive of another one is told as refused where it is unpacked.
+    silenced([&] { restored_.insert(requireMailPart(name, "a mail list")); });
     addToExtract(std::make_unique<Mailbox_Refferred>(node, Kind::kListArchive, name));
 }
 
 void DomainMailListRefferred::extractWhole(ContentUnpacker& unpacker, const WholeContentCid& whole,
                                            const ContentUnpacker::Paths& includes) {
-    requireUnpacked(unpacker.extractDomainMailList(whole, domainName_, includes));
+    const std::string other = unpackListArchives(unpacker, whole, includes, restored_, named_);
     isWholeUnpacked_ = true;
+    requireNoOther(other, "the mail lists of " + domainName_);
 }
 
 void DomainMailListRefferred::extractPart(ContentUnpacker& unpacker, const RefferredCid& cid) {
@@ -45,10 +61,7 @@ void DomainMailListRefferred::extractPart(ContentUnpacker& unpacker, const Reffe
     }
     const std::string other = unpackListArchive(unpacker, list, name, list.offset);
     list.updateMailList(domainName_);
-    if (!other.empty()) {
-        throw EXC(UnsafeName) % other % ("a directory of the mail list " + name) %
-            "it is no directory of its own";
-    }
+    requireNoOther(other, "the mail list " + name);
 }
 
 void DomainMailListRefferred::finishPart(ContentUnpacker& /*unpacker*/, const RefferredCid& cid) {

@@ -1,6 +1,7 @@
 // The archives of a domain's mail lists.
 #pragma once
 
+#include <set>
 #include <string>
 
 #include "content/mailbox_refferred.h"
@@ -13,10 +14,12 @@ class DomainMailListRefferred : public RefferredCidCollection {
     // maillists: the element of the domain's lists. domainName: in UTF-8.
     DomainMailListRefferred(const XmlNode& maillists, std::string domainName);
 
-    // node: the list's element.
+    // Notes a list that was made. node: the list's element.
     void addMailList(const XmlNode& node, const std::string& name);
 
   protected:
+    // Takes of the archive the lists that were made. Raises UnsafeName for a name in it that is
+    // none of the domain's, when these are in their places.
     void extractWhole(ContentUnpacker& unpacker, const WholeContentCid& whole,
                       const ContentUnpacker::Paths& includes) override;
     void extractPart(ContentUnpacker& unpacker, const RefferredCid& cid) override;
@@ -26,6 +29,10 @@ class DomainMailListRefferred : public RefferredCidCollection {
 
   private:
     std::string domainName_;
+    // What the domain has, and what of it was made: the name of a list that was not may be that of
+    // another domain's.
+    std::set<std::string> named_;
+    std::set<std::string> restored_;
     bool isWholeUnpacked_ = false;
 };
 
