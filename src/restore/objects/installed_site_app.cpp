@@ -1,5 +1,6 @@
 #include "restore/objects/installed_site_app.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "content/content_failure.h"
@@ -23,6 +24,12 @@ namespace {
 std::string fullName(const XmlNode& node) {
     const AppItems package = specOf(node);
     return package.name + "-" + package.version + "-" + node.str("sapp-spec/sapp-release");
+}
+
+// Below the document root, whether the dump has it begin with "/" or not.
+std::string subPath(const XmlNode& node) {
+    const std::string prefix = node.str("sapp-installdir/sapp-prefix");
+    return prefix.substr(std::min(prefix.find_first_not_of('/'), prefix.size()));
 }
 
 // A database that was there already has no number here, so its users cannot be named.
@@ -54,7 +61,7 @@ void InstalledSiteAppDeployer::act(XmlNode node) const {
 void InstalledSiteAppDeployer::deploy(const XmlNode& node) const {
     SiteApplication application;
     application.fullName = fullName(node);
-    application.subPath = node.str("sapp-installdir/sapp-prefix");
+    application.subPath = subPath(node);
     application.isSecure = node.test("sapp-installdir/sapp-ssl");
     // Before anything is made for an application whose content has no place.
     safeSubPath(application);
