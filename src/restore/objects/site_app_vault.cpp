@@ -29,10 +29,7 @@ void SiteAppVaultDeployer::deployPackage(const XmlNode& node) {
         return;
     }
     if (!hasCid(node, kDistribution)) {
-        // Whatever needs it tells that it is missing.
-        theDebugLog->log("SiteApplicationPackage " + package.name +
-                         " has no distribution. Skipping restore");
-        return;
+        throw EXC(NoSiteAppDistribution) % package.name;
     }
     installPackage(node);
     packages.emplace(package.name, version);

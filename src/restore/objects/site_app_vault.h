@@ -15,9 +15,9 @@ class SiteAppVaultDeployer : public SiteAppsDeployer {
     // Does the same. Returns whether all went through.
     static bool deploy(const XmlNode& vault);
 
-    // Installs the package of a `sapp-package`, unless the server has it or the dump has no
-    // distribution of it. Raises what findAppropriatePackage, extractSiteAppDistr and
-    // findAppropriateAppItem raise, and ExecCmd::Failed.
+    // Installs the package of a `sapp-package`, unless the server has it. Raises
+    // NoSiteAppDistribution if the dump has none of it, what findAppropriatePackage,
+    // extractSiteAppDistr and findAppropriateAppItem raise, and ExecCmd::Failed.
     static void deployPackage(const XmlNode& node);
 
     // Makes the item of a `sapp-item`, unless the server's pool has it. Raises NoSiteAppPackage for

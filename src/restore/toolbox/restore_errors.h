@@ -24,6 +24,8 @@ ERROR_TAG(FailedDatabaseDeployment, "Failed deployment of database %1% (domain %
 ERROR_TAG(FailedDatabaseUserDeployment, "Failed deployment of database user %1% of database %2%");
 ERROR_TAG(FailedSiteAppDeployment, "Can not deploy site application %1% on domain %2%");
 ERROR_TAG(NoSiteAppPackage, "SiteApplicationPackage %1% does not exist.");
+ERROR_TAG(NoSiteAppDistribution,
+          "SiteApplicationPackage %1% does not exist, and the dump has no distribution of it.");
 ERROR_TAG(SkippedDatabaseDeployment,
           "Skipped deployment of database %1% (domain %2%): administrator credentials not set");
 ERROR_TAG(PostgresMigrationIsImpossibleToLowerVersion,
