@@ -122,7 +122,7 @@ std::string otherThan(const ListNames& lists, const std::string& side) {
     std::error_code error;
     for (std::filesystem::directory_iterator entry(side, error), end; !error && entry != end;
          entry.increment(error)) {
-        const std::string name = entry->path().filename();
+        std::string name = entry->path().filename();
         if (!known.contains(name)) {
             return name;
         }
