@@ -77,7 +77,7 @@ TEST(OptionRules, MakeTheValueOrNone) {
         {ifSet, {{"@nil", nullptr}, {"@no", "false"}}},
         {decoded, {{"p", "b"}, {"p[2]", "Yg=="}, {"q", nullptr}}},
         {upperCase, {{"i[3]", "ä C"}}},
-        {joined, {{"i", "a,,ä c"}, {"q", ""}}},
+        {joined, {{"i", "a,ä c"}, {"q", ""}}},
         {trueOrFalse, {{"@yes", "true"}, {"@odd", "false"}, {"@none", "false"}}},
         {falseOrTrue, {{"@no", "false"}, {"@nil", "true"}, {"@none", "true"}}},
         {trueIf, {{"@nil", "true"}, {"@yes='x'", nullptr}}},
