@@ -6,8 +6,9 @@
 
 namespace zelvo {
 
-// Keeps a growing text small: its beginning and its end, 64 KiB of each at least, with "[...]"
-// between them and the lines behind that that matter. A text of up to 192 KiB stays whole.
+// Keeps a growing text small: its first lines, as many as 64 KiB hold, and its end, 64 KiB at
+// least, with "[...]" between them and the lines behind that that matter. A text of up to 192 KiB
+// stays whole.
 class Excerpt {
   public:
     // text: what stands in it already stays; has to outlive the excerpt. mark: how the lines begin
