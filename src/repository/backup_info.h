@@ -1,0 +1,40 @@
+// What a repository tells of one backup.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "repository/creation_date.h"
+
+namespace zelvo {
+
+// Whether a backup is sound.
+enum class BackupStatus { kOk = 0, kWrongFormat = 1, kSignError = 2, kContentError = 3 };
+
+// The word of a status and back: "OK", "WRONG-FORMAT", "SIGN-ERROR", "CONTENT-ERROR". Raise
+// RepositoryError for what is none.
+std::string GetBackupStatusStr(BackupStatus status);
+BackupStatus GetBackupStatusVal(const std::string& word);
+
+struct ValidationResult {
+    BackupStatus status = BackupStatus::kOk;
+    std::string message;
+    // The files that are concerned.
+    std::vector<std::string> files;
+};
+
+struct BackupInfo : CreationDateMixin {
+    std::string name;
+    // Of the info document, or of the archive.
+    std::string path;
+    std::string owner_guid;
+    std::string owner_type;
+    // In bytes.
+    long size = 0;
+    std::string object_id;
+    std::string guid;
+    std::string description;
+    std::vector<ValidationResult> validation;
+};
+
+}  // namespace zelvo

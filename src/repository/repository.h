@@ -1,0 +1,165 @@
+// A backup repository: a tree of dump files on a transport, with empty marker files beside the
+// dumps as its index.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "commons/exception.h"
+#include "repository/backup_info.h"
+#include "repository/files_transaction.h"
+#include "repository/repository_errors.h"
+#include "repository/transport.h"
+
+namespace zelvo {
+
+using Paths = std::vector<std::string>;
+
+// What an import answers.
+struct DumpImportResult {
+    // The info document in the repository.
+    std::string path;
+    DumpImportStatus status = DumpImportStatus::kNew;
+};
+
+// All paths are relative to the repository. Every operation raises the failures of its transport.
+class tRepository {
+  public:
+    static void StreamError(bool) {}
+    static void StreamPipeError(bool) {}
+    static void ArchiverError(bool) {}
+
+    // The time that one transfer may take, in seconds.
+    static unsigned long s_requestTimeout;
+
+    // place: URL or local path, without login. subdir: a directory of it that is taken for the
+    // whole; empty for none. passive: as of tRepositoryTransport::Init.
+    tRepository(const std::string& place, const std::string& login, const std::string& password,
+                const std::string& subdir, bool passive);
+
+    // url: with or without login. withSubdir: show GetRepositorySubDir() alone.
+    static std::unique_ptr<tRepository> GetRepository(const std::string& url,
+                                                      const std::string& password, bool passive,
+                                                      bool withSubdir);
+    // The one in the dump directory of the panel's configuration.
+    static std::unique_ptr<tRepository> GetLocalRepository(bool withSubdir);
+    static std::string GetLocalRepoPath();
+    static std::string GetRepositorySubDir() { return ""; }
+
+    tRepositoryTransport& transport() { return *transport_; }
+    // For messages: URL or path, without login.
+    const std::string& place() const { return place_; }
+
+    // ---- store.
+
+    // A file of this machine into the repository and back. Raise StreamError, StreamPipeError.
+    void Put(const std::string& localFile, const std::string& repoFile);
+    void Get(const std::string& repoFile, const std::string& localFile);
+    // A short text. Raise StreamError.
+    void PutInfo(const std::string& repoFile, const std::string& text);
+    std::string GetInfo(const std::string& repoFile);
+    void CreateDir(const std::string& path);
+    // Is not part of the transaction.
+    void DeleteDir(const std::string& path);
+
+    // From BeginTransaction on, what is made is noted; RollbackTransaction removes it.
+    void BeginTransaction() { transaction_->Begin(); }
+    void CommitTransaction() { transaction_->Commit(); }
+    void RollbackTransaction() { transaction_->Rollback(); }
+    // Notes files below dir as made.
+    void AddFilesToTransaction(const std::string& dir, const Paths& files);
+
+    // ---- index and discovered items: path is the directory of the dump, name its info document
+    // without ".xml", infoPath the whole path of that.
+
+    void CreateRepositoryIndex(const std::string& item);
+    void CreateRepositoryIndexFromImported(const Paths& files);
+    void CreateDiscovered(const std::string& path, const std::string& name, long size,
+                          const std::string& owner, const std::string& ownerType,
+                          const std::string& guid, const std::string& objectId);
+    void SetDiscoveredItem(const std::string& path, const std::string& name,
+                           const std::string& item, const std::string& value);
+    void SetDiscoveredItem(const std::string& infoPath, const std::string& item,
+                           const std::string& value);
+    Paths GetDiscoveredItems(const std::string& path, const std::string& name,
+                             const std::string& item);
+    Paths GetDiscoveredItems(const std::string& infoPath, const std::string& item);
+    // The object ids that the index has for a GUID.
+    static Paths GetDiscoveredNames(tRepositoryTransport& transport, const std::string& guid);
+
+    // ---- listing and validation.
+
+    void BackupsList(const std::string& type, const std::string& guid, const std::string& owner,
+                     std::vector<BackupInfo>& result, bool validate = false);
+    // mask: a regular expression on names; empty for any.
+    void PackedBackupsList(const std::string& dir, const std::string& mask,
+                           std::vector<BackupInfo>& result);
+    BackupInfo GetBackupInfo(const std::string& path, bool validate);
+    BackupInfo GetPackedBackupInfo(const std::string& path);
+    // discoveredDir: where the items of a dump stand.
+    BackupInfo GetInitialBackupInfo(const std::string& discoveredDir);
+    // force: check anew what has been checked.
+    std::vector<ValidationResult> ValidateBackup(const std::string& path, bool force);
+    std::vector<ValidationResult> ValidateBackup(const std::string& path, const Paths& files,
+                                                 bool force);
+    std::vector<ValidationResult> ValidatePackedBackup(const std::string& path);
+    // In bytes.
+    std::uint64_t GetDiskUsage(const std::string& type, const std::string& guid,
+                               const std::string& owner);
+
+    // ---- packing, export and import: url names a file of another repository.
+
+    void PackFromRepo(tRepository& source, const std::string& dir, const std::string& file);
+    void PackFromRepo(tRepository& source, const std::string& dir, const Paths& files,
+                      const std::string& filename, const std::string& extension,
+                      std::uint64_t splitSize, const Paths& additionalFiles);
+    // filename: of the archive in target, without extension; empty for that of the dump.
+    void ExportToRepo(const std::string& infoPath, tRepository& target, const std::string& filename,
+                      const std::string& extension);
+    void Export(const std::string& infoPath, const std::string& url, const std::string& password,
+                bool passive);
+    void PackedExportToRepo(const std::string& path, tRepository& target,
+                            const std::string& targetPath);
+    void PackedExport(const std::string& path, const std::string& url, const std::string& password,
+                      bool passive);
+    DumpImportResult ImportFromRepo(tRepository& source, const std::string& path,
+                                    const std::string& ownerType, const std::string& ownerGuid);
+    DumpImportResult Import(const std::string& url, const std::string& password, bool passive,
+                            const std::string& ownerType, const std::string& ownerGuid);
+
+    // Unpack an archive of one or more volumes. dest: a local directory; for the second a directory
+    // of target. includes: the members to take; empty for all. Return what was unpacked, relative
+    // to dest. Raise ArchiverError.
+    Paths Unpack(const Paths& volumes, const std::string& dest, const Paths& includes);
+    Paths UnpackToRepo(const Paths& volumes, tRepository& target, const std::string& dest,
+                       const Paths& includes);
+
+    // ---- deletion.
+
+    // path: an info document. A backup that is part of another one stays.
+    void DeleteBackup(const std::string& path);
+    // path: an archive, whose parts go with it.
+    void DeletePackedBackup(const std::string& path);
+    // Leave the newest keep backups.
+    void RotateStructuredBackup(const std::string& owner, const std::string& prefix, int keep);
+    void RotateFileBackup(const std::string& dir, const std::string& mask, int keep);
+
+  private:
+    std::string place_;
+    std::string logPrefix_;
+    std::unique_ptr<tRepositoryTransport> rootTransport_;
+    // Of the sub-directory, if there is one.
+    std::unique_ptr<tRepositoryTransport> chroot_;
+    tRepositoryTransport* transport_;
+    std::unique_ptr<tFilesTransaction> transaction_;
+};
+
+}  // namespace zelvo
+
+ERROR_DEFINITION(zelvo::tRepository::StreamError, "tRepository::StreamError", "Stream error: %1%");
+ERROR_DEFINITION(zelvo::tRepository::StreamPipeError, "tRepository::StreamPipeError",
+                 "Unable to copy streams: %1%");
+ERROR_DEFINITION(zelvo::tRepository::ArchiverError, "tRepository::ArchiverError",
+                 "Archiver error: %1%");
