@@ -41,5 +41,6 @@ class tFilesTransaction {
 
 }  // namespace zelvo
 
-ERROR_DEFINITION(zelvo::tFilesTransaction::TransactionError, "tFilesTransaction::TransactionError",
+// The code is that of another error, and readers of result documents know it so.
+ERROR_DEFINITION(zelvo::tFilesTransaction::TransactionError, "tRepository::StreamPipeError",
                  "Transaction error: %1%");

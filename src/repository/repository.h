@@ -161,5 +161,6 @@ class tRepository {
 ERROR_DEFINITION(zelvo::tRepository::StreamError, "tRepository::StreamError", "Stream error: %1%");
 ERROR_DEFINITION(zelvo::tRepository::StreamPipeError, "tRepository::StreamPipeError",
                  "Unable to copy streams: %1%");
-ERROR_DEFINITION(zelvo::tRepository::ArchiverError, "tRepository::ArchiverError",
+// The code is that of another error, and readers of result documents know it so.
+ERROR_DEFINITION(zelvo::tRepository::ArchiverError, "tRepository::StreamError",
                  "Archiver error: %1%");
