@@ -152,8 +152,4 @@ std::string removeIrregular(const std::string& directory, const timespec& since)
     return first;
 }
 
-bool hasParentStep(const std::string& path) {
-    return ("/" + path + "/").find("/../") != std::string::npos;
-}
-
 }  // namespace zelvo

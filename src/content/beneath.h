@@ -41,7 +41,4 @@ void refuseLinksOut(const std::string& directory);
 // by the clock of the file system (CLOCK_REALTIME_COARSE of POSIX's clock_gettime on Linux).
 std::string removeIrregular(const std::string& directory, const timespec& since);
 
-// True when one of the path's components is "..".
-bool hasParentStep(const std::string& path);
-
 }  // namespace zelvo

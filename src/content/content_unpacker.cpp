@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <boost/format.hpp>
 
+#include "commons/path_steps.h"
 #include "content/account_ids.h"
 #include "content/beneath.h"
 #include "content/content_errors.h"

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "commons/files.h"
+#include "commons/path_steps.h"
 #include "content/beneath.h"
 #include "content/content_errors.h"
 #include "content/unsafe_name.h"

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "commons/path_steps.h"
 #include "commons/session.h"
 #include "content/beneath.h"
 #include "content/content_errors.h"

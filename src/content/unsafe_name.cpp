@@ -1,6 +1,6 @@
 #include "content/unsafe_name.h"
 
-#include "content/beneath.h"
+#include "commons/path_steps.h"
 #include "content/content_errors.h"
 
 namespace zelvo {
@@ -12,8 +12,7 @@ const std::string kNul(1, '\0');
 }  // namespace
 
 const std::string& requireComponent(const std::string& name, const std::string& what) {
-    if (name.empty() || name == "." || name == ".." ||
-        name.find_first_of("/\\" + kNul) != std::string::npos) {
+    if (!isComponent(name)) {
         throw EXC(UnsafeName) % name % what % "it is no single component of a path";
     }
     return name;
