@@ -41,7 +41,7 @@ int moveDescriptor(int source, int target) noexcept {
     return result;
 }
 
-bool Pipe::open() {
+bool PipeEnds::open() {
     int ends[2];
     if (pipe2(ends, O_CLOEXEC) != 0) {
         return false;

@@ -34,7 +34,7 @@ int moveDescriptor(int source, int target) noexcept;
 
 // Both ends of a pipe, closed by every exec and never among the standard streams: a process that
 // was started without them would otherwise get a pipe's end there, where the child's streams go.
-struct Pipe {
+struct PipeEnds {
     Descriptor readEnd;
     Descriptor writeEnd;
 

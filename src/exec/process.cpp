@@ -46,7 +46,7 @@ const Environment& noAdditions() {
     return none;
 }
 
-void makePipe(Pipe& pipe) {
+void makePipe(PipeEnds& pipe) {
     if (!pipe.open()) {
         messlog2(1, 0, "forkExecvGetOutErr: pipe() failed");
     }
@@ -75,9 +75,9 @@ struct RunPipes {
         err.writeEnd.reset();
     }
 
-    Pipe in;
-    Pipe out;
-    Pipe err;
+    PipeEnds in;
+    PipeEnds out;
+    PipeEnds err;
 };
 
 // Closes the child's input behind its last byte.

@@ -88,7 +88,7 @@ int refusal(int directory, const char* path) {
         return errno;
     }
     const int rules = domainRules().get();
-    Pipe answer;
+    PipeEnds answer;
     if (!answer.open()) {
         return errno;
     }
