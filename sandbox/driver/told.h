@@ -22,6 +22,9 @@ template <class Call>
 std::string messageOf(Call&& call) {
     try {
         call();
+    } catch (const std::runtime_error& failure) {
+        // Some failures have more than one base that is std::exception.
+        return failure.what();
     } catch (const std::exception& failure) {
         return failure.what();
     }

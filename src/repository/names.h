@@ -19,6 +19,10 @@ struct FilePart {
     bool operator<(const FilePart& other) const { return number < other.number; }
 };
 
+bool is_digit(char c);
+// Whether text has the form of a label: ten digits.
+bool IsLabel(const std::string& text);
+
 // ---- matching: name is a file's name without its path, label ten digits.
 
 bool FileMatchToPrefix(const std::string& name, const std::string& prefix);
@@ -33,15 +37,17 @@ bool IsSplittedPart(const std::string& base, const std::string& name, unsigned& 
 bool IsFtpDumpName(const std::string& name);
 // Whether path is parent or stands below it.
 bool PathBeginsWith(const std::string& parent, const std::string& path);
-// Whether a component of path is DISCOVERED; before and behind get what stands around it.
+// Whether a component of path is DISCOVERED; before and behind get what stands around the first
+// one, without the "/" between.
 bool IsAnyDiscoveredPath(const std::string& path, std::string& before, std::string& behind);
-// The same for the directory of the label.
+// The same when what follows begins with the discovered directory of a dump with the label.
 bool IsDiscoveredPath(const std::string& path, const std::string& label, std::string& before,
                       std::string& behind);
 
 // ---- labels and prefixes of paths.
 
-// The label of a content file or archive. Raises RepositoryException for a name without "_".
+// The label of a content file or archive: between the last "_" and the extension. Raises
+// RepositoryException for a name without "_" or with something else there.
 std::string GetDumpLabel(const std::string& path);
 // The label of an info document. Raises RepositoryError and RepositoryException for another name.
 std::string GetInfoXmlsLabel(const std::string& path);
@@ -52,7 +58,7 @@ std::string GetInfoXmlDir(const std::string& path);
 // The directory of the discovered items of an info document.
 std::string GetDiscoveredDir(const std::string& path);
 
-// The paths sorted, without those that stand below another one.
+// The paths sorted by their bytes, each once, without those that stand below another one.
 std::vector<std::string> SortPaths(std::vector<std::string> paths);
 
 }  // namespace zelvo

@@ -58,11 +58,12 @@ using RepositoryException = StatusException<&RepositoryError, RepositoryOperatio
 using ImportException = StatusException<&ImportError, DumpImportStatus>;
 
 // Failures of Pipe, by the side that failed.
-class InputStreamException : public std::exception {
+class StreamException : public std::exception {};
+class InputStreamException : public StreamException {
   public:
     const char* what() const noexcept override { return "Input stream error"; }
 };
-class OutputStreamException : public std::exception {
+class OutputStreamException : public StreamException {
   public:
     const char* what() const noexcept override { return "Output stream error"; }
 };

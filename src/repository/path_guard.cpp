@@ -1,0 +1,65 @@
+#include "repository/path_guard.h"
+
+#include <algorithm>
+#include <boost/filesystem/path.hpp>
+
+#include "commons/path_steps.h"
+#include "repository/repository_errors.h"
+
+namespace zelvo {
+
+namespace {
+
+bool isControl(char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; }
+
+[[noreturn]] void refusePath(const std::string& path, const char* reason) {
+    throw TransportException(EXC(TransportError) % ("Path '" + path + "' is refused: " + reason),
+                             TransportOperationStatus::kUnspecified);
+}
+
+}  // namespace
+
+std::string relativePath(const std::string& path) {
+    if (hasParentStep(path)) {
+        refusePath(path, "it leads to another place");
+    }
+    if (path.find_first_of(std::string("\0\r\n", 3)) != std::string::npos) {
+        refusePath(path, "it holds a control character");
+    }
+    return path.substr(std::min(path.find_first_not_of("/\\"), path.size()));
+}
+
+const std::string& requireInside(const std::string& path) {
+    // Nothing but slashes, and dots that are components.
+    if (boost::filesystem::path("./" + relativePath(path) + "/").lexically_normal() == "./") {
+        refusePath(path, "it is the whole repository");
+    }
+    return path;
+}
+
+std::string joinPath(const std::string& dir, const std::string& name) {
+    return dir.empty() || dir.ends_with('/') ? dir + name : dir + "/" + name;
+}
+
+std::string fileNameOf(const std::string& path) { return path.substr(path.rfind('/') + 1); }
+
+std::string parentOf(const std::string& path) {
+    const auto slash = path.rfind('/');
+    return slash == std::string::npos ? "" : path.substr(0, slash);
+}
+
+bool isEntryName(const std::string& name) {
+    return !name.empty() && name != "." && name != ".." && name.find('/') == std::string::npos &&
+           std::none_of(name.begin(), name.end(), isControl);
+}
+
+const std::string& requireName(const std::string& value, const std::string& what) {
+    if (!isComponent(value) || std::any_of(value.begin(), value.end(), isControl)) {
+        throw RepositoryException(
+            EXC(RepositoryError) % (what + " '" + value + "' is no single component of a path"),
+            RepositoryOperationStatus::kBadName);
+    }
+    return value;
+}
+
+}  // namespace zelvo
