@@ -102,7 +102,7 @@ class tRepositoryTransport {
     virtual std::uint64_t GetFileSize(const std::string& path) = 0;
     virtual std::string GetUrl() const { return url; }
 
-    // The place and the path in one. Raises TransportError for a path with a component "..".
+    // The place and the path in one. Raises what relativePath raises.
     std::string GetFullPath(const std::string& path) const;
     // Makes each directory above path, from the top.
     void CreateParentDirs(const std::string& path);
@@ -115,7 +115,7 @@ class tRepositoryTransport {
 std::string NormalizeRepoUrl(const std::string& url);
 
 // Copies in to out, by blocks, to the end of in. Raises InputStreamException and
-// OutputStreamException.
+// OutputStreamException. What out still holds in its buffer may be lost after it.
 void Pipe(std::istream& in, std::ostream& out);
 
 }  // namespace zelvo
