@@ -31,6 +31,7 @@ class tFilesTransaction {
     void AddCreatedDir(const std::string& path);
 
   private:
+    void requireStarted() const;
     void finish();
 
     tRepositoryTransport* transport_;

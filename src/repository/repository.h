@@ -31,7 +31,8 @@ class tRepository {
     static void StreamPipeError(bool) {}
     static void ArchiverError(bool) {}
 
-    // The time that one transfer may take, in seconds.
+    // The time that one transfer may take, in seconds; 0 for the default of the transport. A day
+    // from the start: it is to end a transfer that hangs, not one of an archive of many gigabytes.
     static unsigned long s_requestTimeout;
 
     // place: URL or local path, without login. subdir: a directory of it that is taken for the
@@ -43,7 +44,8 @@ class tRepository {
     static std::unique_ptr<tRepository> GetRepository(const std::string& url,
                                                       const std::string& password, bool passive,
                                                       bool withSubdir);
-    // The one in the dump directory of the panel's configuration.
+    // The one in the dump directory of the panel's configuration. Raises RepositoryException when
+    // that is empty.
     static std::unique_ptr<tRepository> GetLocalRepository(bool withSubdir);
     static std::string GetLocalRepoPath();
     static std::string GetRepositorySubDir() { return ""; }
@@ -54,7 +56,9 @@ class tRepository {
 
     // ---- store.
 
-    // A file of this machine into the repository and back. Raise StreamError, StreamPipeError.
+    // A file of this machine into the repository and back. Raise StreamError when either cannot be
+    // opened, StreamPipeError when not all got to its place. A local file that got a part only is
+    // removed; one in the repository is left to the transaction.
     void Put(const std::string& localFile, const std::string& repoFile);
     void Get(const std::string& repoFile, const std::string& localFile);
     // A short text. Raise StreamError.
@@ -68,11 +72,13 @@ class tRepository {
     void BeginTransaction() { transaction_->Begin(); }
     void CommitTransaction() { transaction_->Commit(); }
     void RollbackTransaction() { transaction_->Rollback(); }
-    // Notes files below dir as made.
+    // Notes files below dir as made, and a name that ends in "/" as a directory; none of them may
+    // have been there before.
     void AddFilesToTransaction(const std::string& dir, const Paths& files);
 
     // ---- index and discovered items: path is the directory of the dump, name its info document
-    // without ".xml", infoPath the whole path of that.
+    // without ".xml", infoPath the whole path of that. Names, items and values are components of a
+    // path; RepositoryException is raised for others.
 
     void CreateRepositoryIndex(const std::string& item);
     void CreateRepositoryIndexFromImported(const Paths& files);
@@ -147,6 +153,16 @@ class tRepository {
     void RotateFileBackup(const std::string& dir, const std::string& mask, int keep);
 
   private:
+    // Writes a line with the name of the repository.
+    void log(const std::string& text) const;
+    // An open stream of a file, which is noted in the transaction if it is new. Raises StreamError.
+    std::unique_ptr<orepostream> openToWrite(const std::string& path);
+    std::unique_ptr<irepostream> openToRead(const std::string& path);
+    // Makes the directory if there is none.
+    void requireDir(const std::string& path);
+    // Makes the directory of the discovered items of a dump and returns its path.
+    std::string makeDiscoveredDir(const std::string& path, const std::string& name);
+
     std::string place_;
     std::string logPrefix_;
     std::unique_ptr<tRepositoryTransport> rootTransport_;

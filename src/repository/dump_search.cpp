@@ -1,0 +1,133 @@
+#include "repository/dump_search.h"
+
+#include <algorithm>
+
+#include "repository/names.h"
+#include "repository/path_guard.h"
+#include "repository/repository_log.h"
+
+namespace zelvo {
+
+namespace {
+
+// Twice as deep as a reseller's client's domain lies: an end for links that lead in a circle.
+constexpr int kMaxDepth = 16;
+
+std::vector<std::string> listed(tRepositoryTransport& transport, const std::string& dir) {
+    std::vector<std::string> names;
+    transport.ListDir(dir, names);
+    return names;
+}
+
+bool isFile(tRepositoryTransport& transport, const std::string& path) {
+    return transport.IsExist(path) && !transport.IsDirExist(path);
+}
+
+std::string subject(const std::string& label, const std::string& prefix, const std::string& dir) {
+    return " by label '" + label + "' and prefix '" + prefix + "' in dir " + dir;
+}
+
+// A search through the directories, with what it looks for.
+class DumpSearch {
+  public:
+    DumpSearch(tRepositoryTransport& transport, const std::string& label, const std::string& prefix,
+               bool withDiscovered, DumpFiles& found)
+        : transport_(transport),
+          label_(label),
+          prefix_(prefix),
+          withDiscovered_(withDiscovered),
+          found_(found) {}
+
+    // depth: of dir below the start of the search.
+    void searchIn(const std::string& dir, int depth) {
+        LogMsg("Search info xml and discovered" + subject(label_, prefix_, dir));
+        std::vector<std::string> names;
+        try {
+            names = listed(transport_, dir);
+        } catch (const ExTraceable& failure) {
+            LogMsg(failure);
+            LogMsg("Unable to list dir " + dir);
+        }
+        for (const std::string& name : names) {
+            take(name, joinPath(dir, name), depth);
+        }
+    }
+
+  private:
+    void take(const std::string& name, const std::string& path, int depth) {
+        if (name == DISCOVERED) {
+            takeDiscovered(path);
+        } else if (transport_.IsDirExist(path)) {
+            descend(path, depth + 1);
+        } else if (FileMatchToLabel(name, label_) && FileMatchToPrefix(name, prefix_)) {
+            LogMsg("Found file " + name);
+            if (isPartOfDump(name)) {
+                found_.files.push_back(path);
+            }
+        }
+    }
+
+    void takeDiscovered(const std::string& dir) {
+        if (withDiscovered_) {
+            const auto dirs = FindDiscovered(transport_, dir, label_, prefix_);
+            found_.discovered.insert(found_.discovered.end(), dirs.begin(), dirs.end());
+        }
+    }
+
+    void descend(const std::string& dir, int depth) {
+        if (depth <= kMaxDepth) {
+            searchIn(dir, depth);
+        } else {
+            LogError("The dir " + dir + " lies too deep for a dump and is not searched");
+        }
+    }
+
+    bool isPartOfDump(const std::string& name) const {
+        return name.ends_with(".zip") || name.ends_with(".tar") || name.ends_with(".tgz") ||
+               InfoXmlMatchToLabel(name, label_);
+    }
+
+    tRepositoryTransport& transport_;
+    const std::string& label_;
+    const std::string& prefix_;
+    bool withDiscovered_;
+    DumpFiles& found_;
+};
+
+}  // namespace
+
+bool HasInfoXml(tRepositoryTransport& transport, const std::string& dir, const std::string& label,
+                const std::string& prefix, bool orDiscovered) {
+    LogMsg("Check info xml by label " + label + " in dir " + dir);
+    const std::vector<std::string> names = listed(transport, dir);
+    const auto isInfo = [&](const std::string& name) {
+        return InfoXmlMatchToLabel(name, label) && FileMatchToPrefix(name, prefix) &&
+               isFile(transport, joinPath(dir, name));
+    };
+    if (std::any_of(names.begin(), names.end(), isInfo)) {
+        return true;
+    }
+    return orDiscovered && std::find(names.begin(), names.end(), DISCOVERED) != names.end() &&
+           !FindDiscovered(transport, joinPath(dir, DISCOVERED), label, prefix).empty();
+}
+
+std::vector<std::string> FindDiscovered(tRepositoryTransport& transport, const std::string& dir,
+                                        const std::string& label, const std::string& prefix) {
+    LogMsg("Search discovered" + subject(label, prefix, dir));
+    std::vector<std::string> found;
+    for (const std::string& name : listed(transport, dir)) {
+        if (DiscoveredMatchToLabel(name, label) && FileMatchToPrefix(name, prefix)) {
+            found.push_back(joinPath(dir, name));
+            LogMsg("Found discovered dir " + found.back());
+        }
+    }
+    return found;
+}
+
+void FindInfoXmlAndDiscovered(tRepositoryTransport& transport, const std::string& dir,
+                              const std::string& label, const std::string& prefix,
+                              bool withDiscovered, DumpFiles& found) {
+    DumpSearch(transport, label, prefix, withDiscovered, found).searchIn(dir, 0);
+}
+
+}  // namespace zelvo

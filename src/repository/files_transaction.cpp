@@ -1,0 +1,66 @@
+#include "repository/files_transaction.h"
+
+#include "repository/repository_log.h"
+
+namespace zelvo {
+
+namespace {
+
+// Removes each entry in order; the failure of one is told.
+template <class Remove>
+void removeEach(const std::vector<std::string>& paths, Remove&& remove) {
+    for (const std::string& path : paths) {
+        try {
+            remove(path);
+        } catch (const ExTraceable& failure) {
+            LogMsg(failure);
+        }
+    }
+}
+
+}  // namespace
+
+void tFilesTransaction::Begin() {
+    if (started_) {
+        throw EXC(TransactionError) % "transaction already started";
+    }
+    started_ = true;
+}
+
+void tFilesTransaction::Commit() {
+    requireStarted();
+    finish();
+}
+
+void tFilesTransaction::Rollback() {
+    requireStarted();
+    removeEach(createdFiles_, [&](const std::string& path) { transport_->Delete(path); });
+    removeEach(createdDirs_, [&](const std::string& path) { transport_->DeleteDir(path); });
+    finish();
+}
+
+void tFilesTransaction::requireStarted() const {
+    if (!started_) {
+        throw EXC(TransactionError) % "transaction not started";
+    }
+}
+
+void tFilesTransaction::finish() {
+    createdFiles_.clear();
+    createdDirs_.clear();
+    started_ = false;
+}
+
+void tFilesTransaction::AddCreatedFile(const std::string& path) {
+    if (started_) {
+        createdFiles_.push_back(path);
+    }
+}
+
+void tFilesTransaction::AddCreatedDir(const std::string& path) {
+    if (started_) {
+        createdDirs_.push_back(path);
+    }
+}
+
+}  // namespace zelvo

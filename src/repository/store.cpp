@@ -1,0 +1,166 @@
+// The half of tRepository that brings files to their place and back.
+#include <boost/filesystem/operations.hpp>
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <sstream>
+
+#include "repository/path_guard.h"
+#include "repository/repository.h"
+
+namespace zelvo {
+
+namespace {
+
+// Runs an operation on streams; its failure is raised as that of the tag, with the reason behind
+// what.
+template <ErrorTag tag, class Operation>
+void inWords(const std::string& what, Operation&& operation) {
+    try {
+        operation();
+    } catch (const ExTraceable& failure) {
+        throw EXC_INNER(*tag, failure) % (what + failure.what());
+    } catch (const StreamException& failure) {
+        throw EXC(*tag) % (what + failure.what());
+    }
+}
+
+template <class Stream>
+void openLocal(Stream& stream, const std::string& file, std::ios::openmode mode) {
+    errno = 0;
+    stream.open(file, mode | std::ios::binary);
+    if (!stream.is_open()) {
+        throw EXC(tRepository::StreamError) %
+            ("Unable to open " + file + ": " + std::strerror(errno));
+    }
+}
+
+// A local file that is written, and removed unless all of it was.
+class NewLocalFile {
+  public:
+    explicit NewLocalFile(const std::string& path) : path_(path) {
+        openLocal(stream_, path, std::ios::out | std::ios::trunc);
+    }
+    ~NewLocalFile() {
+        boost::system::error_code error;
+        // What was a device or a link before is not ours to remove.
+        if (!isWhole_ && boost::filesystem::symlink_status(path_, error).type() ==
+                             boost::filesystem::regular_file) {
+            boost::filesystem::remove(path_, error);
+        }
+    }
+    NewLocalFile(const NewLocalFile&) = delete;
+    NewLocalFile& operator=(const NewLocalFile&) = delete;
+
+    std::ostream& stream() { return stream_; }
+
+    // Raises OutputStreamException when not all could be written.
+    void finish() {
+        stream_.close();
+        if (stream_.fail()) {
+            throw OutputStreamException();
+        }
+        isWhole_ = true;
+    }
+
+  private:
+    std::string path_;
+    std::ofstream stream_;
+    bool isWhole_ = false;
+};
+
+}  // namespace
+
+void tRepository::Put(const std::string& localFile, const std::string& repoFile) {
+    log("Put file from " + localFile + " to " + repoFile);
+    std::ifstream in;
+    openLocal(in, localFile, std::ios::in);
+    const std::unique_ptr<orepostream> out = openToWrite(repoFile);
+    inWords<&StreamPipeError>(localFile + " to " + repoFile + ":\n", [&] {
+        Pipe(in, *out);
+        out->close();
+    });
+}
+
+void tRepository::Get(const std::string& repoFile, const std::string& localFile) {
+    log("Get file from " + repoFile + " to " + localFile);
+    const std::unique_ptr<irepostream> in = openToRead(repoFile);
+    NewLocalFile out(localFile);
+    inWords<&StreamPipeError>(repoFile + " to " + localFile + ":\n", [&] {
+        Pipe(*in, out.stream());
+        in->close();
+        out.finish();
+    });
+}
+
+void tRepository::PutInfo(const std::string& repoFile, const std::string& text) {
+    log("Put info to " + repoFile);
+    const std::unique_ptr<orepostream> out = openToWrite(repoFile);
+    inWords<&StreamError>("Unable to write " + repoFile + ": ", [&] {
+        *out << text;
+        out->close();
+    });
+}
+
+std::string tRepository::GetInfo(const std::string& repoFile) {
+    log("Get info from " + repoFile);
+    const std::unique_ptr<irepostream> in = openToRead(repoFile);
+    std::ostringstream text;
+    inWords<&StreamError>("Unable to read " + repoFile + ": ", [&] {
+        Pipe(*in, text);
+        in->close();
+    });
+    return text.str();
+}
+
+std::unique_ptr<orepostream> tRepository::openToWrite(const std::string& path) {
+    const bool isNew = transaction_->IsStarted() && !transport_->IsExist(path);
+    std::unique_ptr<orepostream> out;
+    try {
+        out = transport_->PutFile(path);
+        out->open();
+    } catch (const ExTraceable& failure) {
+        throw EXC_INNER(StreamError, failure) % ("Unable to open " + path);
+    }
+    if (isNew) {
+        transaction_->AddCreatedFile(path);
+    }
+    return out;
+}
+
+std::unique_ptr<irepostream> tRepository::openToRead(const std::string& path) {
+    try {
+        std::unique_ptr<irepostream> in = transport_->GetFile(path);
+        in->open();
+        return in;
+    } catch (const ExTraceable& failure) {
+        throw EXC_INNER(StreamError, failure) % ("Unable to open " + path);
+    }
+}
+
+void tRepository::CreateDir(const std::string& path) {
+    log("Create dir " + path);
+    const bool isNew = transaction_->IsStarted() && !transport_->IsDirExist(path);
+    transport_->CreateDir(path);
+    if (isNew) {
+        transaction_->AddCreatedDir(path);
+    }
+}
+
+void tRepository::DeleteDir(const std::string& path) {
+    log("Delete dir " + path);
+    transport_->DeleteDir(path);
+}
+
+void tRepository::AddFilesToTransaction(const std::string& dir, const Paths& files) {
+    for (const std::string& file : files) {
+        const std::string path = joinPath(dir, file);
+        if (path.ends_with('/')) {
+            transaction_->AddCreatedDir(path);
+        } else {
+            transaction_->AddCreatedFile(path);
+        }
+    }
+}
+
+}  // namespace zelvo

@@ -1,0 +1,158 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <sstream>
+
+#include "repository/discovered_items.h"
+#include "repository/dump_search.h"
+#include "repository/object_types.h"
+#include "repository/repository.h"
+#include "temp_dir.h"
+#include "told.h"
+
+namespace zelvo {
+namespace {
+
+class Store : public testing::Test {
+  protected:
+    Store() { std::filesystem::create_directory(dir_.path("r")); }
+
+    // What stands in the repository, sorted, directories with "/" at their end.
+    std::string tree() const {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(dir_.path("r"))) {
+            names.push_back(entry.path().string().substr(dir_.path("r/").size()) +
+                            (entry.is_directory() ? "/" : ""));
+        }
+        std::sort(names.begin(), names.end());
+        std::string text;
+        for (const std::string& name : names) {
+            text += name + " ";
+        }
+        return text;
+    }
+
+    const TempDir dir_;
+    tRepository repository_{"local:" + dir_.path("r/"), "", "", "", false};
+};
+
+TEST_F(Store, BringsFilesThereAndBack) {
+    const std::string content(3 * 10240, 'x');
+    repository_.Put(dir_.write("in", content), "/a/b/file");
+    repository_.Get("a/b/file", dir_.path("out"));
+    EXPECT_EQ(content, contentOf(dir_.path("out")));
+    repository_.Put(dir_.write("in", ""), "a/b/file");
+    EXPECT_EQ("", contentOf(dir_.path("r/a/b/file")));
+    repository_.PutInfo("info", "text\n");
+    EXPECT_EQ("text\n", repository_.GetInfo("info"));
+    EXPECT_EQ("a/ a/b/ a/b/file info ", tree());
+}
+
+// Catches: a disk that was full in the last block and is told as success, and half a file left
+// where a whole one is looked for.
+TEST_F(Store, TellsWhatDidNotGetThere) {
+    std::filesystem::create_symlink("/dev/full", dir_.path("r/full"));
+    const std::string in = dir_.write("in", "small");
+    EXPECT_EQ("Unable to copy streams: " + in + " to full:\nunable to write file " +
+                  dir_.path("r/full") + ": No space left on device",
+              messageOf([&] { repository_.Put(in, "full"); }));
+    EXPECT_NE("", messageOf([&] { repository_.PutInfo("full", "small"); }));
+    EXPECT_NE("", messageOf([&] { repository_.Get("full", dir_.path("r/full")); }));
+    EXPECT_TRUE(std::filesystem::is_symlink(dir_.path("r/full")));
+    std::istringstream source("small");
+    EXPECT_THROW(repository_.transport().PutFile(source, "full"),
+                 Exc<&tRepositoryTransport::StreamError>);
+    // A directory opens and cannot be read.
+    EXPECT_EQ("Unable to copy streams: . to " + dir_.path("out") + ":\nInput stream error",
+              messageOf([&] { repository_.Get(".", dir_.path("out")); }));
+    EXPECT_FALSE(std::filesystem::exists(dir_.path("out")));
+    EXPECT_EQ("Stream error: Unable to open none", messageOf([&] { repository_.GetInfo("none"); }));
+}
+
+// Catches: a rollback that removes what was there before, or leaves half a file.
+TEST_F(Store, UndoesWhatItMadeAndNothingElse) {
+    const std::string in = dir_.write("in", "x");
+    repository_.Put(in, "old/file");
+    repository_.BeginTransaction();
+    repository_.Put(in, "old/file");
+    repository_.CreateDir("old");
+    repository_.CreateDir("new");
+    repository_.Put(in, "new/file");
+    EXPECT_THROW(repository_.Put(dir_.path("r"), "half"), Exc<&tRepository::StreamPipeError>);
+    EXPECT_EQ("half new/ new/file old/ old/file ", tree());
+    EXPECT_EQ("Transaction error: transaction already started",
+              messageOf([&] { repository_.BeginTransaction(); }));
+    repository_.AddFilesToTransaction("none", {"a", "b/"});
+    repository_.RollbackTransaction();
+    EXPECT_EQ("old/ old/file ", tree());
+    repository_.Put(in, "later");
+    EXPECT_EQ("Transaction error: transaction not started",
+              messageOf([&] { repository_.RollbackTransaction(); }));
+    EXPECT_EQ("later old/ old/file ", tree());
+}
+
+TEST_F(Store, KeepsAnIndex) {
+    std::filesystem::create_directories(dir_.path("r/c"));
+    repository_.CreateDiscovered("c", "p_info_1203011530", 12, "o", "server", "G-1", "7");
+    repository_.SetDiscoveredItem("c/p_info_1203011530.xml", D_ITEM_STATUS, "OK");
+    repository_.SetDiscoveredItem("c/p_info_1203011530.xml", D_ITEM_STATUS, "OK");
+    repository_.SetDiscoveredItem("c/p_info_1203011530.xml", D_ITEM_STATUS, "A_B");
+    Paths status = repository_.GetDiscoveredItems("c/p_info_1203011530.xml", D_ITEM_STATUS);
+    std::sort(status.begin(), status.end());
+    EXPECT_EQ((Paths{"A_B", "OK"}), status);
+    EXPECT_EQ((Paths{"7"}), tRepository::GetDiscoveredNames(repository_.transport(), "G-1"));
+    EXPECT_EQ(Paths{}, tRepository::GetDiscoveredNames(repository_.transport(), "G"));
+    const std::string items = "c/.discovered/p_info_1203011530/";
+    EXPECT_EQ(".discovered/ .discovered/G-1_7 c/ c/.discovered/ " + items + " " + items +
+                  "GUID_G-1 " + items + "objectid_7 " + items + "owner_o " + items +
+                  "ownertype_server " + items + "size_12 " + items + "status_A_B " + items +
+                  "status_OK ",
+              tree());
+    repository_.CreateRepositoryIndexFromImported(
+        {items + "GUID_G-2", items + "objectid_8", "d/.discovered/x/GUID_G-3"});
+    EXPECT_EQ((Paths{"8"}), tRepository::GetDiscoveredNames(repository_.transport(), "G-2"));
+    EXPECT_EQ("7", GetObjectId({"x", items + "objectid_7"}));
+    EXPECT_NO_THROW(CheckObjectGuid({items + "owner_G-1"}, "G-1"));
+    EXPECT_THROW(CheckObjectGuid({items + "owner_G-1", "GUID_G"}, "G"), ImportException);
+}
+
+// Catches: a name out of a dump that reaches another place, and a search that takes what belongs to
+// another dump.
+TEST_F(Store, StaysInItsPlace) {
+    const auto chroot = tRepositoryTransport::Chroot(repository_.transport(), "/sub/");
+    chroot->PutFile("/a/p_x_1203011530.tgz")->close();
+    for (const char* name : {"p_info_1203011530.xml", "q_info_1203011530.xml", "p_y_1203011530.log",
+                             "p_x_1203011531.tgz", ".discovered/p_info_1203011530/GUID_1"}) {
+        chroot->PutFile(name)->close();
+    }
+    DumpFiles found;
+    FindInfoXmlAndDiscovered(*chroot, "", "1203011530", "p", true, found);
+    std::sort(found.files.begin(), found.files.end());
+    EXPECT_EQ((Paths{"a/p_x_1203011530.tgz", "p_info_1203011530.xml"}), found.files);
+    EXPECT_EQ((Paths{".discovered/p_info_1203011530"}), found.discovered);
+    EXPECT_TRUE(HasInfoXml(*chroot, "", "1203011530", "q", false));
+    EXPECT_FALSE(HasInfoXml(*chroot, "", "1203011531", "p", true));
+
+    for (const char* path : {"..", "a/../../x", "a\nb", "a\rb"}) {
+        EXPECT_THROW(chroot->Delete(path), TransportException) << path;
+    }
+    for (const char* path : {"", "/", ".", "./"}) {
+        EXPECT_THROW(chroot->DeleteDir(path), TransportException) << path;
+    }
+    for (const char* value : {"", "../x", "a/b", "a\nb"}) {
+        EXPECT_THROW(repository_.SetDiscoveredItem("", "n", "item", value), RepositoryException);
+    }
+}
+
+TEST(ObjectTypes, HaveLevels) {
+    EXPECT_TRUE(HasMinorType("domain", "client"));
+    EXPECT_TRUE(HasMinorType("client", "client"));
+    EXPECT_FALSE(HasMinorType("server", "client"));
+    EXPECT_FALSE(HasMinorType("x", "client"));
+    EXPECT_EQ((Paths{"resellers", "clients"}), GetObjectTypeSearchDirs("reseller"));
+    EXPECT_EQ("unexpected object type 'x'", messageOf([] { GetObjectTypeGroupDir("x"); }));
+}
+
+}  // namespace
+}  // namespace zelvo
