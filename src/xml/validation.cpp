@@ -3,12 +3,10 @@
 #include <libxml/parser.h>
 #include <libxml/uri.h>
 #include <libxml/valid.h>
-#include <libxml/xmlschemas.h>
-
-#include <memory>
 
 #include "xml/error_collector.h"
 #include "xml/parser.h"
+#include "xml/schema_handles.h"
 #include "xml/xml_errors.h"
 #include "xml/xml_string.h"
 
@@ -26,17 +24,6 @@ XmlValidCtxtPtr newValidContext(std::string& errors) {
     }
     return context;
 }
-
-template <auto Free>
-struct Freeing {
-    template <class T>
-    void operator()(T* pointer) const {
-        Free(pointer);
-    }
-};
-using SchemaParserPtr = std::unique_ptr<xmlSchemaParserCtxt, Freeing<xmlSchemaFreeParserCtxt>>;
-using SchemaPtr = std::unique_ptr<xmlSchema, Freeing<xmlSchemaFree>>;
-using SchemaValidCtxtPtr = std::unique_ptr<xmlSchemaValidCtxt, Freeing<xmlSchemaFreeValidCtxt>>;
 
 // The name in the form in which xmlParseDTD opens just this file: it takes names for URIs, and
 // escapes a blank or a letter that is not ASCII twice.
