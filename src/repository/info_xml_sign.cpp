@@ -1,0 +1,118 @@
+// The half of tInfoXmlReader that signs and checks.
+#include <algorithm>
+#include <fstream>
+
+#include "commons/files.h"
+#include "exec/exec_cmd.h"
+#include "repository/info_xml_document.h"
+#include "repository/repository_log.h"
+#include "xml/schema_check.h"
+
+namespace zelvo {
+
+namespace {
+
+tXmlDocument loadDocument(const std::string& file) {
+    try {
+        return tXmlDocument(file.c_str());
+    } catch (const ExTraceable& failure) {
+        throw EXC_INNER(tInfoXmlReader::XmlReaderError, failure) % "failed to load xml document";
+    }
+}
+
+void logLine(const std::string& text) { LogMsg(text); }
+
+bool isValid(const tXmlDocument& document) {
+    std::vector<std::string> diagnostics;
+    const auto tell = [&] { std::for_each(diagnostics.begin(), diagnostics.end(), logLine); };
+    try {
+        const bool passes = passesSchema(document, files::getZelvoXsdFileName(), diagnostics);
+        tell();
+        return passes;
+    } catch (const Exc<&tError_XmlInternal>& failure) {
+        tell();
+        throw EXC_INNER(tInfoXmlReader::XmlReaderError, failure) % failure.what();
+    }
+}
+
+}  // namespace
+
+bool InfoXmlSigned(const tXmlDocument& document) { return rootName(document) == ENVELOPE_NAME; }
+
+bool IsSigned(const std::string& file) {
+    LogMsg("Check file '" + file + "' sign existence");
+    bool isSigned = false;
+    readDocument(file, [&](XmlTextReader& reader) {
+        isSigned = reader.readElement() && reader.name() == ENVELOPE_NAME;
+    });
+    LogMsg("File '" + file + (isSigned ? "' is signed" : "' is not signed"));
+    return isSigned;
+}
+
+int tInfoXmlReader::runSignTool(const std::string& command, std::string& output, bool mustSucceed) {
+    ExecCmd tool(files::getZelvoUtilityPath("backup_sign"));
+    tool << command << GetLocalPath();
+    // Not its output, which is a document with the passwords of a whole account.
+    LogMsg("Executing utility: " + tool.getString());
+    tool.execCmdLine();
+    LogMsg("The utility executed with the return code " + std::to_string(tool.retCode));
+    if (tool.retCode != 0) {
+        LogMsg(tool.stderr);
+        tool.stdout.clear();
+        if (mustSucceed) {
+            tool.reportError();
+        }
+    }
+    output = tool.stdout;
+    return tool.retCode;
+}
+
+void tInfoXmlReader::replaceDocument(const std::string& kind, const std::string& text) {
+    const std::string& file = tempFiles_.emplace_back(GetTempFilePath()).path();
+    LogMsg("Save " + kind + " xml to temp file '" + file + "'");
+    std::ofstream out(file, std::ios::binary | std::ios::trunc);
+    out << text;
+    out.close();
+    if (out.fail()) {
+        throw EXC(XmlReaderError) % ("unable to write file " + file);
+    }
+    localPath_ = file;
+}
+
+void tInfoXmlReader::Sign() {
+    LogMsg("Sign info xml");
+    if (IsSigned(GetLocalPath())) {
+        return;
+    }
+    std::string document;
+    runSignTool("sign", document, true);
+    replaceDocument("signed", document);
+}
+
+bool tInfoXmlReader::ValidateSign() {
+    LogMsg("Validate xml by sign");
+    if (isVerified_) {
+        return true;
+    }
+    std::string document;
+    if (runSignTool("verify", document, false) != 0) {
+        return false;
+    }
+    replaceDocument("unsigned", document);
+    isVerified_ = true;
+    return true;
+}
+
+bool tInfoXmlReader::ValidateZelvoXsd() {
+    LogMsg("Validate xml by xsd");
+    tXmlDocument document = loadDocument(GetLocalPath());
+    if (InfoXmlSigned(document)) {
+        if (!ValidateSign()) {
+            return false;
+        }
+        document = loadDocument(GetLocalPath());
+    }
+    return isValid(document);
+}
+
+}  // namespace zelvo
