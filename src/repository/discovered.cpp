@@ -27,6 +27,10 @@ std::string indexItem(const std::string& guid, const std::string& objectId) {
     return requireName(guid, "GUID") + "_" + requireName(objectId, "object id");
 }
 
+void logMalformed(const std::string& entry, const std::string& guid) {
+    LogMsg("index item '" + entry + "' for guid '" + guid + "' is malformed");
+}
+
 }  // namespace
 
 void tRepository::CreateRepositoryIndex(const std::string& item) {
@@ -147,7 +151,7 @@ Paths tRepository::GetDiscoveredNames(tRepositoryTransport& transport, const std
         }
         isIndexed = true;
         if (!isComponent(id)) {
-            LogMsg("index item '" + entry + "' for guid '" + guid + "' is malformed");
+            logMalformed(entry, guid);
         } else {
             objectIds.push_back(id);
         }
@@ -166,7 +170,7 @@ void tRepository::requireDir(const std::string& path) {
 
 std::string tRepository::makeDiscoveredDir(const std::string& path, const std::string& name) {
     const std::string all = joinPath(path, DISCOVERED);
-    const std::string dir = joinPath(all, requireName(name, "dump"));
+    std::string dir = joinPath(all, requireName(name, "dump"));
     requireDir(all);
     requireDir(dir);
     return dir;

@@ -7,7 +7,7 @@
 
 namespace zelvo {
 
-unsigned long tRepository::s_requestTimeout = 24 * 60 * 60;
+unsigned long tRepository::s_requestTimeout = 24UL * 60 * 60;
 
 tRepository::tRepository(const std::string& place, const std::string& login,
                          const std::string& password, const std::string& subdir, bool passive)

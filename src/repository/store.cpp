@@ -114,9 +114,10 @@ std::string tRepository::GetInfo(const std::string& repoFile) {
 }
 
 std::unique_ptr<orepostream> tRepository::openToWrite(const std::string& path) {
-    const bool isNew = transaction_->IsStarted() && !transport_->IsExist(path);
+    bool isNew = false;
     std::unique_ptr<orepostream> out;
     try {
+        isNew = transaction_->IsStarted() && !transport_->IsExist(path);
         out = transport_->PutFile(path);
         out->open();
     } catch (const ExTraceable& failure) {

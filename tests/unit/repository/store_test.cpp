@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <sstream>
 
+#include "repository/archive_formats.h"
 #include "repository/discovered_items.h"
 #include "repository/dump_search.h"
 #include "repository/object_types.h"
@@ -143,6 +144,18 @@ TEST_F(Store, StaysInItsPlace) {
     for (const char* value : {"", "../x", "a/b", "a\nb"}) {
         EXPECT_THROW(repository_.SetDiscoveredItem("", "n", "item", value), RepositoryException);
     }
+}
+
+TEST_F(Store, KnowsAnArchiveByItsFirstBytes) {
+    const std::string tar = std::string(0x101, '\0') + "ustar";
+    EXPECT_FALSE(IsGzipped(dir_.write("tar", tar)));
+    EXPECT_TRUE(IsGzipped(dir_.write("gz", "\x1f\x8b" + tar)));
+    for (const std::string& content : {std::string(), std::string("PK"), tar.substr(0, 261)}) {
+        EXPECT_EQ("File has wrong format",
+                  messageOf([&] { IsGzipped(dir_.write("other", content)); }));
+    }
+    std::ifstream zip(dir_.write("zip", "PK"));
+    EXPECT_TRUE(!HasTarFormat(zip) && HasZipFormat(zip) && !HasGzipFormat(zip));
 }
 
 TEST(ObjectTypes, HaveLevels) {
