@@ -77,7 +77,7 @@ std::string XmlTextReader::attribute(const std::string& name) const {
 }
 
 std::string XmlTextReader::innerXml() {
-    const std::string text = takeXmlString(xmlTextReaderReadInnerXml(reader_.get()));
+    std::string text = takeXmlString(xmlTextReaderReadInnerXml(reader_.get()));
     if (xmlTextReaderReadState(reader_.get()) == XML_TEXTREADER_MODE_ERROR) {
         raise();
     }
