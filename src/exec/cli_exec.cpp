@@ -2,6 +2,7 @@
 
 #include "exec/cli_gate.h"
 #include "exec/cli_gate_request.h"
+#include "exec/url_encoding.h"
 #include "report/debug_log.h"
 
 namespace zelvo {

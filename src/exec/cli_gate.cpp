@@ -13,6 +13,7 @@
 #include "exec/cli_gate_errors.h"
 #include "exec/cli_gate_request.h"
 #include "exec/exec_cmd.h"
+#include "exec/url_encoding.h"
 #include "lib/admin_password.h"
 #include "lib/liblog.h"
 #include "report/debug_log.h"
@@ -43,10 +44,6 @@ std::int32_t returnCode(const CliGateResponse& answer) {
 }
 
 }  // namespace
-
-void CliGate::EasyHandleCloser::operator()(void* handle) const { curl_easy_cleanup(handle); }
-
-void CliGate::HeaderListFreer::operator()(curl_slist* list) const { curl_slist_free_all(list); }
 
 void CliGate::initConnection() {
     static_assert(sizeof(error_buffer) >= CURL_ERROR_SIZE);
@@ -88,7 +85,7 @@ void CliGate::useActualPassword() {
     if (info.st_mtime == qrd_shadow_mtime) {
         return;
     }
-    HeaderList renewed(curl_slist_append(
+    CurlList renewed(curl_slist_append(
         nullptr, (std::string("HTTP_AUTH_PASSWD: ") + get_admin_password()).c_str()));
     if (renewed == nullptr ||
         curl_easy_setopt(easyhandle.get(), CURLOPT_HTTPHEADER, renewed.get()) != CURLE_OK) {

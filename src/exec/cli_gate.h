@@ -5,10 +5,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <ctime>
-#include <memory>
 #include <string>
 
-struct curl_slist;
+#include "exec/curl_handle.h"
 
 namespace zelvo {
 
@@ -37,14 +36,6 @@ class CliGate {
     void analyzeResponse(ExecCmd& command) const;
 
   private:
-    struct EasyHandleCloser {
-        void operator()(void* handle) const;
-    };
-    struct HeaderListFreer {
-        void operator()(curl_slist* list) const;
-    };
-    using HeaderList = std::unique_ptr<curl_slist, HeaderListFreer>;
-
     void useActualPassword();
 
     // libcurl's callbacks; gate is the CliGate. noexcept, since a failure must not unwind through
@@ -58,11 +49,11 @@ class CliGate {
     // When the password file was changed that headers was built from.
     std::time_t qrd_shadow_mtime = 0;
     // The one header of each request: the administrator's password.
-    HeaderList headers;
+    CurlList headers;
     // libcurl's text of the last error.
     char error_buffer[256] = "";
     // The connection, which libcurl keeps open between requests.
-    std::unique_ptr<void, EasyHandleCloser> easyhandle;
+    CurlHandle easyhandle;
     // The HTTP status and the body of the last response.
     std::int32_t status = 0;
     std::string response;

@@ -1,25 +1,12 @@
 #include "exec/cli_gate_request.h"
 
-#include <curl/curl.h>
-
-#include <memory>
-#include <new>
-
 #include "exec/exec_cmd.h"
+#include "exec/url_encoding.h"
 #include "report/debug_log.h"
 
 namespace zelvo {
 
 namespace {
-
-// Takes over a text that libcurl made.
-std::string takeCurlText(char* text) {
-    const std::unique_ptr<char, void (*)(void*)> owner(text, curl_free);
-    if (owner == nullptr) {
-        throw std::bad_alloc();
-    }
-    return owner.get();
-}
 
 // "client" for "/usr/local/panel/client.php".
 std::string utilityName(const std::string& path) {
@@ -49,14 +36,6 @@ std::string prepareRequestString(const ExecCmd& command) {
     }
     theDebugLog->log("Request is ready for: " + line);
     return body;
-}
-
-std::string urlencode(const std::string& text) {
-    return takeCurlText(curl_escape(text.data(), static_cast<int>(text.size())));
-}
-
-std::string urldecode(const std::string& text) {
-    return takeCurlText(curl_unescape(text.data(), static_cast<int>(text.size())));
 }
 
 }  // namespace zelvo

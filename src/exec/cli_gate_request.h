@@ -12,8 +12,4 @@ class ExecCmd;
 // text, so it needs theDebugLog.
 std::string prepareRequestString(const ExecCmd& command);
 
-// The text with its bytes percent-encoded (RFC 3986), and back up to the first zero byte.
-std::string urlencode(const std::string& text);
-std::string urldecode(const std::string& text);
-
 }  // namespace zelvo
