@@ -10,8 +10,6 @@ namespace zelvo {
 
 namespace {
 
-bool isControl(char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; }
-
 [[noreturn]] void refusePath(const std::string& path, const char* reason) {
     throw TransportException(EXC(TransportError) % ("Path '" + path + "' is refused: " + reason),
                              TransportOperationStatus::kUnspecified);
@@ -48,13 +46,18 @@ std::string parentOf(const std::string& path) {
     return slash == std::string::npos ? "" : path.substr(0, slash);
 }
 
+bool hasControlCharacter(const std::string& text) {
+    return std::any_of(text.begin(), text.end(),
+                       [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; });
+}
+
 bool isEntryName(const std::string& name) {
     return !name.empty() && name != "." && name != ".." && name.find('/') == std::string::npos &&
-           std::none_of(name.begin(), name.end(), isControl);
+           !hasControlCharacter(name);
 }
 
 const std::string& requireName(const std::string& value, const std::string& what) {
-    if (!isComponent(value) || std::any_of(value.begin(), value.end(), isControl)) {
+    if (!isComponent(value) || hasControlCharacter(value)) {
         throw RepositoryException(
             EXC(RepositoryError) % (what + " '" + value + "' is no single component of a path"),
             RepositoryOperationStatus::kBadName);

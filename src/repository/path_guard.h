@@ -21,6 +21,10 @@ std::string joinPath(const std::string& dir, const std::string& name);
 std::string fileNameOf(const std::string& path);
 std::string parentOf(const std::string& path);
 
+// Whether a text holds a byte that is no part of a name: it could end one command and begin
+// another.
+bool hasControlCharacter(const std::string& text);
+
 // Whether a name of a listing can be the name of an entry: neither empty nor "." or "..", without
 // "/" and control characters.
 bool isEntryName(const std::string& name);

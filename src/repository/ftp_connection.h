@@ -1,0 +1,111 @@
+// One control connection to an FTP server (RFC 959), over libcurl.
+#pragma once
+
+#include <curl/curl.h>
+
+#include <string>
+#include <vector>
+
+#include "commons/exception.h"
+#include "exec/curl_handle.h"
+#include "repository/curl_errors.h"
+#include "repository/ftp_listing.h"
+
+namespace zelvo {
+
+// Does one operation at a time, on the URL of the last Init. The connection itself is kept between
+// operations. Raises CurlException for what libcurl reports and InvalidPath for a name that is
+// none.
+class tFtpConnection {
+  public:
+    static void InvalidPath(bool) {}
+    static void FileOpenError(bool) {}
+
+    // passive: data connections are made by this side. timeout: of one operation, in seconds; 0 for
+    // 600.
+    tFtpConnection(bool passive, unsigned long timeout);
+    // Waits for no farewell.
+    ~tFtpConnection();
+    tFtpConnection(const tFtpConnection&) = delete;
+    tFtpConnection& operator=(const tFtpConnection&) = delete;
+
+    // Sets libcurl up; to be called before the first connection of the process. Raises CurlError.
+    static void Prepare();
+
+    // Turns to a URL, which is plain text: nothing in it is encoded. login: empty for an anonymous
+    // one. Raises CurlError as well.
+    void Init(const std::string& url, const std::string& login, const std::string& password);
+
+    // Appends what the directory holds, without "." and "..".
+    void List(std::vector<std::string>& names);
+    void ListEx(std::vector<FtpFileInfo>& entries);
+    // False as well when the server cannot be asked.
+    bool IsDirExist();
+    // One that is there already is no failure.
+    void CreateDir();
+    // Of an empty one.
+    void DeleteDir();
+    void DeleteFile_();
+
+    // The file into a local one, which is cut, and back, with the directories above it that are
+    // missing. A download that fails leaves no local file. Raise FileOpenError as well.
+    void DownloadFile(const std::string& localFile);
+    void UploadFile(const std::string& localFile);
+
+    // Logs and raises what is not CURLE_OK.
+    static void CheckCurlRes(CURLcode code);
+    // The name behind the last "/", for a command. The first takes any path. Raise InvalidPath for
+    // "", ".", ".." and what holds a control character.
+    static std::string GetFileName(const std::string& path);
+    static std::string GetShortFileName(const std::string& path) { return GetFileName(path); }
+
+  private:
+    template <class Value>
+    void set(CURLoption option, Value value) {
+        CheckCurlRes(curl_easy_setopt(curl_.get(), option, value));
+    }
+    void setLimits();
+    void setDataConnection();
+    void setVerbose();
+    // target: the URL to go to, without login.
+    void InitCredentials(const std::string& target);
+    std::string directoryUrl() const;
+    void fetchListing(long namesOnly, std::string& text);
+    bool canEnter(const std::string& target);
+    // Goes to the directory above and sends a command there.
+    CURLcode sendFromParent(const std::string& command);
+    CURLcode performWithPostQuote(const std::string& command);
+    CURLcode download(const std::string& localFile);
+
+    // libcurl's callbacks. noexcept, since a failure must not unwind through libcurl.
+    static std::size_t ListingRead(char* data, std::size_t size, std::size_t count,
+                                   void* text) noexcept;
+    static std::size_t IsExistRead(char* data, std::size_t size, std::size_t count,
+                                   void* nothing) noexcept;
+    static std::size_t FileWrite(char* data, std::size_t size, std::size_t count,
+                                 void* file) noexcept;
+    static std::size_t FileRead(char* data, std::size_t size, std::size_t count,
+                                void* file) noexcept;
+    static int VerboseTell(CURL* handle, curl_infotype type, char* data, std::size_t size,
+                           void* connection) noexcept;
+
+    bool passive_;
+    unsigned long timeout_;
+    std::string url_;
+    // url_ as libcurl takes it.
+    std::string encodedUrl_;
+    std::string login_;
+    std::string password_;
+    // As of GetAuthStr.
+    std::string userPassword_;
+    bool hasAuthInUrl_ = false;
+    // Dies first: its end still talks to the server, and to VerboseTell.
+    CurlHandle curl_;
+};
+
+}  // namespace zelvo
+
+ERROR_DEFINITION(zelvo::tFtpConnection::InvalidPath, "tFtpConnection::InvalidPath",
+                 "Invalid path: %1%");
+ERROR_DEFINITION(zelvo::tFtpConnection::FileOpenError, "tFtpConnection::FileOpenError",
+                 "Unable to open file %1%");

@@ -1,0 +1,89 @@
+// The transfers of a connection: whole files, from and to local ones.
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+#include "repository/ftp_connection.h"
+#include "repository/ftp_url.h"
+#include "repository/repository_log.h"
+
+namespace zelvo {
+
+namespace {
+
+struct FileCloser {
+    void operator()(FILE* file) const { fclose(file); }
+};
+using LocalFile = std::unique_ptr<FILE, FileCloser>;
+
+LocalFile openLocal(const std::string& path, const char* mode, const char* purpose) {
+    LocalFile file(fopen(path.c_str(), mode));
+    if (file == nullptr) {
+        LogError(std::string("File open error: ") + strerror(errno));
+        throw EXC(tFtpConnection::FileOpenError) % purpose;
+    }
+    return file;
+}
+
+curl_off_t sizeOf(FILE* file) {
+    struct stat info {};
+    return fstat(fileno(file), &info) == 0 ? info.st_size : -1;
+}
+
+}  // namespace
+
+void tFtpConnection::DownloadFile(const std::string& localFile) {
+    LogMsg("Ftp download file from " + urlWithoutLogin(url_) + " to " + localFile);
+    const CURLcode code = download(localFile);
+    if (code != CURLE_OK) {
+        unlink(localFile.c_str());
+    }
+    CheckCurlRes(code);
+}
+
+CURLcode tFtpConnection::download(const std::string& localFile) {
+    GetFileName(url_);
+    InitCredentials(encodedUrl_);
+    set(CURLOPT_FTPLISTONLY, 0L);
+    LocalFile file = openLocal(localFile, "wb", "for write");
+    set(CURLOPT_WRITEFUNCTION, &tFtpConnection::FileWrite);
+    set(CURLOPT_WRITEDATA, file.get());
+    const CURLcode code = curl_easy_perform(curl_.get());
+    // The last bytes reach the disk here, or find it full.
+    const bool isWritten = fclose(file.release()) == 0;
+    return code == CURLE_OK && !isWritten ? CURLE_WRITE_ERROR : code;
+}
+
+void tFtpConnection::UploadFile(const std::string& localFile) {
+    LogMsg("Ftp upload file from " + localFile + " to " + urlWithoutLogin(url_));
+    const std::string name = GetShortFileName(url_);
+    const LocalFile file = openLocal(localFile, "rb", "for read");
+    const curl_off_t size = sizeOf(file.get());
+    LogMsg("File size: " + std::to_string(size));
+    InitCredentials(encodedUrl_);
+    set(CURLOPT_FTPLISTONLY, 0L);
+    set(CURLOPT_READFUNCTION, &tFtpConnection::FileRead);
+    set(CURLOPT_UPLOAD, 1L);
+    set(CURLOPT_READDATA, file.get());
+    set(CURLOPT_INFILESIZE_LARGE, size);
+    set(CURLOPT_FTP_CREATE_MISSING_DIRS, static_cast<long>(CURLFTP_CREATE_DIR_RETRY));
+    // The server names no file that it did not keep. The rename that this begins never comes.
+    CheckCurlRes(performWithPostQuote("RNFR " + name));
+}
+
+std::size_t tFtpConnection::FileWrite(char* data, std::size_t size, std::size_t count,
+                                      void* file) noexcept {
+    return fwrite(data, size, count, static_cast<FILE*>(file)) * size;
+}
+
+std::size_t tFtpConnection::FileRead(char* data, std::size_t size, std::size_t count,
+                                     void* file) noexcept {
+    const std::size_t read = fread(data, size, count, static_cast<FILE*>(file));
+    return ferror(static_cast<FILE*>(file)) != 0 ? CURL_READFUNC_ABORT : read * size;
+}
+
+}  // namespace zelvo

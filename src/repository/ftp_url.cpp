@@ -1,0 +1,76 @@
+#include "repository/ftp_url.h"
+
+#include <algorithm>
+
+#include "exec/url_encoding.h"
+#include "repository/ftp_connection.h"
+#include "repository/path_guard.h"
+
+namespace zelvo {
+
+namespace {
+
+const std::string kScheme = "ftp://";
+
+// What would end the login, or the URL, too early.
+std::string escapeLogin(const std::string& text) {
+    std::string escaped;
+    for (const char character : text) {
+        const std::string one(1, character);
+        escaped +=
+            std::string("%:@/#? ").find(character) != std::string::npos ? urlencode(one) : one;
+    }
+    return escaped;
+}
+
+// Where the path of a URL begins: its length if it has none.
+std::size_t pathBegin(const std::string& url) {
+    const std::size_t scheme = url.starts_with(kScheme) ? kScheme.size() : 0;
+    return std::min(url.find('/', scheme), url.size());
+}
+
+std::string encodeComponents(const std::string& path) {
+    std::string encoded;
+    for (std::size_t begin = 0; begin < path.size();) {
+        const std::size_t end = std::min(path.find('/', begin + 1), path.size());
+        encoded += "/";
+        if (end > begin + 1) {
+            encoded += urlencode(path.substr(begin + 1, end - begin - 1));
+        }
+        begin = end;
+    }
+    return encoded.empty() ? "/" : encoded;
+}
+
+}  // namespace
+
+void GetAuthStr(const std::string& login, const std::string& password, std::string& result,
+                bool& inUrl) {
+    inUrl = login.find(':') != std::string::npos;
+    result = inUrl ? escapeLogin(login) + ":" + escapeLogin(password) : login + ":" + password;
+}
+
+std::string GetUrlWithAuth(const std::string& url, const std::string& auth) {
+    return url.starts_with(kScheme) ? kScheme + auth + "@" + url.substr(kScheme.size())
+                                    : auth + "@" + url;
+}
+
+std::string urlWithoutLogin(const std::string& url) {
+    const std::size_t host = url.starts_with(kScheme) ? kScheme.size() : 0;
+    const std::size_t login = url.substr(0, pathBegin(url)).rfind('@');
+    return login == std::string::npos ? url : url.substr(0, host) + url.substr(login + 1);
+}
+
+std::string encodeFtpUrl(const std::string& url) {
+    const std::size_t path = pathBegin(url);
+    if (!url.starts_with(kScheme) || hasControlCharacter(url)) {
+        throw EXC(tFtpConnection::InvalidPath) % urlWithoutLogin(url);
+    }
+    return url.substr(0, path) + encodeComponents(url.substr(path));
+}
+
+std::string parentUrl(const std::string& url) { return url.substr(0, url.rfind('/') + 1); }
+
+std::string rootUrl(const std::string& url) { return url.substr(0, pathBegin(url) + 1); }
+
+}  // namespace zelvo
