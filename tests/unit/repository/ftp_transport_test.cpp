@@ -1,0 +1,297 @@
+// FTP servers that refuse, fail or lie.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "commons/scoped_variable.h"
+#include "ftp_rig.h"
+#include "repository/repository_errors.h"
+#include "scripted_ftp_server.h"
+#include "told.h"
+
+namespace zelvo {
+namespace {
+
+using Status = TransportOperationStatus;
+using std::string;
+using testing::HasSubstr;
+
+constexpr char kPassword[] = "s3cr#t?";
+
+struct Failing {
+    const char* name;
+    FtpScript script;
+    // Of the transport, put to the directory "/d" of the server.
+    std::function<void(tRepositoryTransport&)> operation;
+    std::string failure;
+    Status status;
+    bool isPassive = true;
+};
+
+void PrintTo(const Failing& failing, std::ostream* to) { *to << failing.name; }
+
+void list(tRepositoryTransport& transport) {
+    std::vector<std::string> names;
+    transport.ListDir("", names);
+}
+void read(tRepositoryTransport& transport) { transport.GetFile("f"); }
+void write(tRepositoryTransport& transport) {
+    const auto out = transport.PutFile("a/f");
+    *out << "content";
+    out->close();
+}
+
+const std::string kList = "unable to list directory: ";
+
+const Failing kFailing[] = {
+    {"login refused",
+     {{{"PASS", "530 No, s3cr#t? is wrong"}}},
+     list,
+     kList + "Login denied",
+     Status::kAccessDenied},
+    {"closed after the greeting",
+     {{{"USER", ""}}},
+     list,
+     kList + "Failure when receiving data from the peer",
+     Status::kUnspecified},
+    {"no greeting",
+     {{{"greeting", "530 Full"}}},
+     list,
+     kList + "Weird server reply",
+     Status::kUnspecified},
+    {"silence", {{{"greeting", "-"}}}, list, kList + "Timeout was reached", Status::kUnspecified},
+    {"directory refused",
+     {{{"CWD", "550 No"}}},
+     list,
+     kList + "Access denied to remote resource",
+     Status::kAccessDenied},
+    {"no data connection",
+     {{{"data", "-"}}},
+     list,
+     kList + "FTP: Accepting server connect has timed out",
+     Status::kDataTimeout,
+     false},
+    {"cut transfer",
+     {{{"SIZE", "213 100"}, {"transfer", ""}}, "half"},
+     read,
+     "unable to read file f",
+     Status::kUnspecified},
+    {"fewer bytes than promised",
+     {{{"SIZE", "213 100"}}, "less"},
+     read,
+     "unable to read file f",
+     Status::kUnspecified},
+    {"transfer not told to be whole",
+     {{{"transfer", "426 Broken"}}, "all"},
+     read,
+     "unable to read file f",
+     Status::kUnspecified},
+    {"upload not kept",
+     {{{"RNFR", "550 None"}}},
+     write,
+     "unable to write file a/f: Quote command returned error",
+     Status::kUnspecified},
+    {"disk full at the start",
+     {{{"STOR", "452 Full"}}},
+     write,
+     "unable to write file a/f: Upload failed (at start/before it took off)",
+     Status::kUnspecified},
+    {"disk full at the end",
+     {{{"transfer", "452 Full"}}},
+     write,
+     "unable to write file a/f: Transferred a partial file",
+     Status::kUnspecified},
+    {"no directory",
+     {{{"MKD", "550 No"}, {"CWD d/a", "550 No"}}},
+     [](auto& transport) { transport.CreateDir("a"); },
+     "unable to create directory: Quote command returned error",
+     Status::kUnspecified},
+    {"no deletion",
+     {{{"DELE", "550 No"}}},
+     [](auto& transport) { transport.Delete("a"); },
+     "unable to delete directory: Quote command returned error",
+     Status::kUnspecified},
+    {"directories without end",
+     {{{"DELE", "550 No"}}, "x\r\n"},
+     [](auto& transport) { transport.DeleteDir("a"); },
+     " is too deep",
+     Status::kUnspecified},
+    {"parent that is shut",
+     {{{"CWD d", "550 No"}, {"CWD a", "550 No"}}, "a\r\n"},
+     [](auto& transport) { transport.IsExist("a/f"); },
+     "unable to check file existence: Access denied to remote resource",
+     Status::kAccessDenied},
+    {"command in a name",
+     {},
+     [](auto& transport) { transport.CreateDir("a\x01"); },
+     "unable to create directory: Invalid path: ftp://",
+     Status::kUnspecified},
+    {"no local copy",
+     {{{"RETR", "550 No"}}},
+     [](auto& transport) { transport.GetLocalFile("f"); },
+     "Unable to download remote file 'f': ",
+     Status::kUnspecified},
+    {"no volume",
+     {{{"RETR", "550 No"}}},
+     [](auto& transport) { transport.GetLocalDirFiles("p", {"f"}); },
+     "Unable to download remote file 'p/f': ",
+     Status::kUnspecified}};
+
+class FtpFailure : public FtpRig, public testing::WithParamInterface<Failing> {};
+
+// Catches: a failure that is lost or told as another one, a hang, half a file left somewhere, a
+// password in the log.
+TEST_P(FtpFailure, IsToldWithItsClass) {
+    const Failing& row = GetParam();
+    ScriptedFtpServer server(row.script);
+    const auto ftp = transport(server.url("/d"), "root", kPassword, row.isPassive, 1);
+    try {
+        row.operation(*ftp);
+        FAIL() << "no failure\n" << server.commands();
+    } catch (const TransportException& failure) {
+        EXPECT_THAT(failure.what(), HasSubstr(row.failure)) << server.commands();
+        EXPECT_EQ(row.status, failure.status()) << failure.what();
+    }
+    EXPECT_FALSE(log_.holds(kPassword));
+}
+
+INSTANTIATE_TEST_SUITE_P(Servers, FtpFailure, testing::ValuesIn(kFailing));
+
+class FtpTransport : public FtpRig {};
+
+TEST_F(FtpTransport, TellsThatNobodyIsThere) {
+    const auto ftp = transport("ftp://127.0.0.1:1", "root", kPassword);
+    try {
+        list(*ftp);
+        FAIL();
+    } catch (const TransportException& failure) {
+        EXPECT_EQ(Status::kNoConnection, failure.status());
+    }
+    EXPECT_FALSE(ftp->IsDirExist("a"));
+}
+
+// Catches: a server or a proxy of the environment that gets backups sent to another host, a
+// directory that is there and fails, and commands that are sent from another directory than their
+// name stands in.
+TEST_F(FtpTransport, SendsItsCommandsWhereTheyBelong) {
+    const ScopedVariable proxy("ftp_proxy", "http://127.0.0.1:1");
+    ScriptedFtpServer server({{{"MKD", "521 It is there"}, {"QUIT", "-"}}, "x\r\n", "192,0,2,1"});
+    const auto begin = std::chrono::steady_clock::now();
+    {
+        const auto ftp = transport(server.url("/d"), "root", kPassword);
+        ftp->CreateDir("a b/c#;?%/");
+        list(*ftp);
+    }
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10));
+    EXPECT_THAT(server.commands(),
+                testing::StartsWith("USER root\nPASS s3cr#t?\nPWD\nCWD d\nCWD a b\nMKD c#;?%\nCWD "
+                                    "/\nCWD /\nCWD d/a b/c#;?%\n"
+                                    "CWD /\nCWD d\nPASV\nTYPE A\nNLST\n"));
+    const string lines[] = {"Transport: Create dir a b/c#;?%/",
+                            "Ftp init url " + server.url("/d/a b/c#;?%"),
+                            "Ftp create dir",
+                            "Ftp check dir exist",
+                            "Transport: List dir ",
+                            "Ftp list dir",
+                            "End ftp list dir"};
+    EXPECT_THAT(log_.lines, testing::IsSupersetOf(lines));
+}
+
+// Catches: a login that is cut at its colon, one that ends the URL, and one that is two commands.
+TEST_F(FtpTransport, LogsInAsWhoeverItIs) {
+    const std::string login = "a:b/c@d%41#?e f";
+    ScriptedFtpServer server({});
+    list(*transport(server.url("/"), login, "p:q@r/s t"));
+    EXPECT_THAT(server.commands(), testing::StartsWith("USER " + login + "\nPASS p:q@r/s t\n"));
+    EXPECT_FALSE(log_.holds("p:q@r"));
+    EXPECT_TRUE(log_.holds("PASS ***"));
+    const auto cunning = transport(server.url("/"), "root\r\nDELE f", "");
+    EXPECT_EQ("unable to list directory: a line break in the login or the password",
+              messageOf([&] { list(*cunning); }));
+}
+
+TEST_F(FtpTransport, TakesTheNamesOfAnyListing) {
+    ScriptedFtpServer server({{},
+                              "/d/a\r\n../x\r\n.\r\n..\r\nb\x1b[2J\r\nc d\n\r\n/d/e/\n" +
+                                  std::string(1 << 20, 'n') + "\nlast"});
+    const auto ftp = transport(server.url("/d"), "root", kPassword);
+    std::vector<std::string> names;
+    ftp->ListDir("", names);
+    EXPECT_THAT(names, testing::ElementsAre("a", "x", "c d", "last"));
+    EXPECT_TRUE(ftp->IsExist("c d"));
+    EXPECT_FALSE(ftp->IsExist("b"));
+}
+
+TEST_F(FtpTransport, SkipsEntriesWithoutAName) {
+    ScriptedFtpServer server({{},
+                              "total 8\n-rw-r--r-- 1 u g 12 Nov 23 13:15 a\x01\n"
+                              "-rw-r--r-- 1 u g 13 Nov 23 13:15 /d/b\n"});
+    const auto ftp = transport(server.url("/d"), "root", kPassword);
+    std::vector<FileInfo> entries;
+    ftp->ListDirEx("", entries);
+    ASSERT_EQ(1U, entries.size());
+    EXPECT_EQ("b", entries[0].name);
+    EXPECT_EQ(13U, entries[0].size);
+    EXPECT_THAT(log_.lines, testing::IsSupersetOf({"Unable to get file info from line 'total 8'",
+                                                   "Unable to get full name for file name 'a\x01'. "
+                                                   "Skip."}));
+}
+
+// Catches: an archive that is fetched again for each part of it, and a disk full of old ones.
+TEST_F(FtpTransport, KeepsWhatTheNextMayNeed) {
+    ScriptedFtpServer server({{}, "content"});
+    const auto ftp = transport(server.url("/d"), "root", kPassword);
+    const std::string place = ftp->GetLocalDirFiles("p", {"a.tgz", "b.tgz"});
+    EXPECT_EQ(place, ftp->GetLocalDirFiles("p", {"a.tgz"}));
+    EXPECT_EQ("content", contentOf(place + "/a.tgz"));
+    EXPECT_FALSE(std::filesystem::exists(place + "/b.tgz"));
+    const std::string commands = server.commands();
+    EXPECT_EQ(commands.find("RETR a.tgz"), commands.rfind("RETR a.tgz"));
+    const std::string file = ftp->GetLocalFile("p/a.tgz");
+    EXPECT_EQ("content", contentOf(file));
+    EXPECT_EQ("Unable to download remote file 'p/a.tgz': Local file '" + file + "' already exist",
+              messageOf([&] { ftp->GetLocalFile("p/a.tgz"); }));
+}
+
+// Catches: a link in an unpacked archive by which a file of root's own leaves the machine.
+TEST_F(FtpTransport, SendsNoLinks) {
+    ScriptedFtpServer server({});
+    const auto ftp = transport(server.url("/d"), "root", kPassword);
+    const std::string place = ftp->GetReceivingDir() + "in";
+    std::filesystem::create_directory(place);
+    std::filesystem::create_symlink("/etc/passwd", place + "/link");
+    EXPECT_EQ("unable to send directory to repository: '" + place +
+                  "/link' is neither a file nor a directory",
+              messageOf([&] { ftp->ReceiveDir("in"); }));
+    EXPECT_EQ("Path is absolute: /in", messageOf([&] { ftp->ReceiveDir("/in"); }));
+    EXPECT_THAT(server.commands(), testing::Not(HasSubstr("STOR")));
+}
+
+// Catches: the last bytes of a file that a full disk took, told as success.
+TEST_F(FtpTransport, TellsOfAFullDisk) {
+    ScriptedFtpServer server({{}, "content"});
+    tFtpConnection connection(true, 30);
+    connection.Init(server.url("/f"), "root", kPassword);
+    const string full = dir_.path("full");
+    std::filesystem::create_symlink("/dev/full", full);
+    EXPECT_EQ("Failed writing received data to disk/application",
+              messageOf([&] { connection.DownloadFile(full); }));
+    EXPECT_FALSE(std::filesystem::is_symlink(full));
+    std::filesystem::create_symlink("/dev/full", full);
+    tFtpOutStream out({&connection, server.url("/f"), "root", kPassword, "f"}, full);
+    out.open();
+    out << "content";
+    EXPECT_EQ("unable to write file f: No space left on device", messageOf([&] { out.close(); }));
+    EXPECT_THAT(server.commands(), testing::Not(HasSubstr("STOR")));
+}
+
+TEST_F(FtpTransport, KnowsNoSizes) {
+    const auto ftp = makeFtpTransport("ftp://127.0.0.1/");
+    EXPECT_EQ("tRepositoryFtp::GetFileSize not implemented",
+              messageOf([&] { ftp->GetFileSize("f"); }));
+    EXPECT_EQ(0, ftp->GetCreationDate("f").GetDateTime());
+}
+
+}  // namespace
+}  // namespace zelvo
