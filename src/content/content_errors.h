@@ -1,14 +1,12 @@
 // The errors of putting content into its place.
 #pragma once
 
+#include "commons/errors.h"
 #include "commons/exception.h"
 
-ERROR_TAG(CantCreateDirectory, "Can not create directory %1%: %2%");
 ERROR_TAG(CantMoveContent, "Can not move %1% to %2%: %3%");
-ERROR_TAG(CantStatFile, "Cannot stat %1%: %2%");
 ERROR_TAG(UnsafeName, "'%1%' can not be the name of %2%: %3%");
 ERROR_TAG(UnsuitableOwner, "'%1%' can not be the owner of content: %2%");
-ERROR_TAG(UnExpectedResult, "The resutl of operaion is unexpected: %1%");
 
 // The content of a virtual host: %1% is the domain, or what stands in it and %2% the domain.
 ERROR_TAG(CantUnpackDomainDocroot, "Can not deploy web-content of domain %1%");

@@ -5,11 +5,12 @@
 
 #include "commons/path_steps.h"
 #include "content/account_ids.h"
-#include "content/beneath.h"
 #include "content/content_errors.h"
 #include "content/destination.h"
 #include "content/file_status_preserver.h"
 #include "content/front_page.h"
+#include "exec/beneath.h"
+#include "exec/destination_directory.h"
 #include "report/debug_log.h"
 
 namespace zelvo {

@@ -1,7 +1,9 @@
 #include "content/database_client.h"
 
+#include "commons/errors.h"
 #include "commons/files.h"
-#include "content/fenced.h"
+#include "content/handed_dump.h"
+#include "exec/fenced.h"
 #include "exec/log_exec_cmd.h"
 #include "report/debug_log.h"
 
@@ -29,9 +31,6 @@ void execAsReader(tLogExecCmd& client, const HandedDump& dump) {
     client.confinement.excerptMark = kError;
     execFenced(client, dump.directory());
 }
-
-// Where --no-defaults stands: some clients know it as their very first argument only.
-enum class NoDefaults { kBehindServer, kFirst };
 
 tLogExecCmd mysqlClient(const DbServerAccess& server, const std::string& database,
                         const HandedDump& dump, NoDefaults place) {
@@ -67,13 +66,14 @@ void load(tLogExecCmd& mysql, const HandedDump& dump) {
     }
 }
 
-void loadMysql(const DbServerAccess& server, const std::string& database, const HandedDump& dump) {
-    tLogExecCmd mysql = mysqlClient(server, database, dump, NoDefaults::kBehindServer);
+void loadMysql(const DbServerAccess& server, const std::string& database, const HandedDump& dump,
+               NoDefaults place) {
+    tLogExecCmd mysql = mysqlClient(server, database, dump, place);
     try {
         load(mysql, dump);
         return;
     } catch (const ExTraceable&) {
-        if (!refusedOption(mysql)) {
+        if (place == NoDefaults::kFirst || !refusedOption(mysql)) {
             throw;
         }
     }
@@ -96,16 +96,24 @@ void loadPostgresql(const DbServerAccess& server, const std::string& database,
 
 }  // namespace
 
-bool hasClient(const DbServerAccess& server) {
-    return server.type == kMysql || server.type == kPostgresql;
-}
-
 void loadDatabase(const DbServerAccess& server, const std::string& database,
-                  const HandedDump& dump) {
+                  const std::string& directory, const std::vector<std::string>& names,
+                  NoDefaults place) {
+    if (names.empty()) {
+        throw EXC(UnExpectedResult) % "empty extract file list";
+    }
+    if (server.type != kMysql && server.type != kPostgresql) {
+        return;
+    }
+    const HandedDump dump(directory, names);
     if (server.type == kMysql) {
-        loadMysql(server, database, dump);
-    } else if (server.type == kPostgresql) {
+        loadMysql(server, database, dump, place);
+    } else {
         loadPostgresql(server, database, dump);
+    }
+    if (!dump.others().empty()) {
+        throw EXC(UnExpectedResult) %
+            ("the archive holds more than the database dump; not loaded: " + dump.others());
     }
 }
 

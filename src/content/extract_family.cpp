@@ -7,12 +7,12 @@
 #include "commons/errors.h"
 #include "commons/files.h"
 #include "content/accounts.h"
-#include "content/beneath.h"
 #include "content/content_errors.h"
 #include "content/content_failure.h"
 #include "content/content_unpacker.h"
 #include "content/destination.h"
 #include "content/unpack_directory.h"
+#include "exec/beneath.h"
 
 namespace zelvo {
 

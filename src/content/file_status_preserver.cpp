@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "content/content_errors.h"
-#include "content/destination.h"
+#include "exec/destination_directory.h"
 
 namespace zelvo {
 

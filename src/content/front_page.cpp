@@ -4,7 +4,7 @@
 
 #include "content/account_ids.h"
 #include "content/accounts.h"
-#include "content/beneath.h"
+#include "exec/beneath.h"
 #include "lib/sed.h"
 
 namespace zelvo {

@@ -7,11 +7,9 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
-#include <sstream>
 
-#include "content/beneath.h"
 #include "content/content_errors.h"
-#include "content/told_name.h"
+#include "exec/beneath.h"
 #include "report/debug_log.h"
 
 namespace zelvo {
@@ -49,27 +47,26 @@ void requireOpenParents(const std::string& directory) {
 
 }  // namespace
 
-HandedDump::HandedDump(const std::string& directory, const std::string& listing)
+HandedDump::HandedDump(const std::string& directory, const std::vector<std::string>& names)
     : directory_(directory) {
-    takeFirst(listing);
+    takeFirst(names);
     makePlain();
     requireOpenParents(directory_);
     handOver();
 }
 
-void HandedDump::takeFirst(const std::string& listing) {
-    std::istringstream lines(listing);
+void HandedDump::takeFirst(const std::vector<std::string>& names) {
     std::string first;
-    for (std::string line; std::getline(lines, line);) {
-        if (line.ends_with('/')) {
+    for (const std::string& name : names) {
+        if (name.ends_with('/')) {
             // A directory.
         } else if (first.empty()) {
-            first = line;
+            first = name;
         } else {
-            others_ += (others_.empty() ? "" : ", ") + line;
+            others_ += (others_.empty() ? "" : ", ") + name;
         }
     }
-    path_ = directory_ + "/" + nameOfTold(first);
+    path_ = directory_ + "/" + first;
     // Through a link the client would be led to a file of this server.
     if (typeBeneath(directory_, path_) != S_IFREG) {
         throw EXC(UnExpectedResult) % "the archive does not hold one database dump";

@@ -10,12 +10,12 @@
 #include "commons/files.h"
 #include "content/account_ids.h"
 #include "content/accounts.h"
-#include "content/beneath.h"
 #include "content/content_errors.h"
 #include "content/content_failure.h"
 #include "content/content_unpacker.h"
 #include "content/destination.h"
 #include "content/unpack_directory.h"
+#include "exec/beneath.h"
 #include "exec/log_exec_cmd.h"
 
 namespace zelvo {

@@ -14,11 +14,12 @@
 
 #include "content/account_ids.h"
 #include "content/accounts.h"
-#include "content/beneath.h"
 #include "content/content_errors.h"
 #include "content/content_failure.h"
 #include "content/destination.h"
 #include "content/unpack_directory.h"
+#include "exec/beneath.h"
+#include "exec/destination_directory.h"
 #include "report/guard.h"
 
 namespace zelvo {

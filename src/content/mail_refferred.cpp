@@ -7,11 +7,11 @@
 
 #include "commons/files.h"
 #include "content/accounts.h"
-#include "content/beneath.h"
 #include "content/content_errors.h"
 #include "content/content_failure.h"
 #include "content/destination.h"
 #include "content/unsafe_name.h"
+#include "exec/beneath.h"
 #include "exec/cli_exec.h"
 #include "report/debug_log.h"
 

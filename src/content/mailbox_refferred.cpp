@@ -3,9 +3,9 @@
 #include <utility>
 
 #include "commons/files.h"
-#include "content/beneath.h"
 #include "content/destination.h"
 #include "content/unsafe_name.h"
+#include "exec/beneath.h"
 #include "exec/log_exec_cmd.h"
 
 namespace zelvo {

@@ -5,14 +5,13 @@
 
 #include "commons/path_steps.h"
 #include "commons/session.h"
-#include "content/beneath.h"
 #include "content/content_errors.h"
 #include "content/database_client.h"
-#include "content/fenced.h"
-#include "content/handed_dump.h"
 #include "content/null_separated.h"
 #include "content/unpack_directory.h"
+#include "exec/fenced.h"
 #include "exec/log_exec_cmd.h"
+#include "exec/told_name.h"
 #include "report/debug_log.h"
 
 namespace zelvo {
@@ -84,19 +83,9 @@ void RegularUnpacker::unpackDb(const Cid& cid, const DbServerAccess& server,
                                const std::string& database) {
     theDebugLog->log("regularUnpacker:extunpackdb " + cid.str());
     const UnpackDirectory temporary;
-    const Paths names = unpackTar(cid, temporary.path(), Paths());
-    if (names.empty()) {
-        throw EXC(UnExpectedResult) % "empty extract file list";
-    }
-    if (!hasClient(server)) {
-        return;
-    }
-    const HandedDump dump(temporary.path(), names.front());
-    loadDatabase(server, database, dump);
-    if (!dump.others().empty()) {
-        throw EXC(UnExpectedResult) %
-            ("the archive holds more than the database dump; not loaded: " + dump.others());
-    }
+    const Paths listings = unpackTar(cid, temporary.path(), Paths());
+    const Paths names = listings.empty() ? Paths() : namesOfListing(listings.front());
+    loadDatabase(server, database, temporary.path(), names, NoDefaults::kBehindServer);
 }
 
 }  // namespace zelvo

@@ -3,6 +3,7 @@
 #include "content/content_errors.h"
 #include "content/destination.h"
 #include "content/null_separated.h"
+#include "exec/destination_directory.h"
 #include "unpacking.h"
 
 using namespace test;

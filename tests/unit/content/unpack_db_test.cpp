@@ -156,7 +156,7 @@ TEST_F(UnpackDbTest, TakesTheFirstFileByAPlainName) {
     writeArchive(tarOf({{"one"}, {"a/", '5'}, {"a/two\n"}, {"three"}}));
     EXPECT_EQ(fault(server),
               "UnExpectedResult: The resutl of operaion is unexpected: the archive "
-              "holds more than the database dump; not loaded: a/two\\n, three");
+              "holds more than the database dump; not loaded: a/two\n, three");
     EXPECT_EQ(calls(), call + "one\n");
 }
 
@@ -170,7 +170,9 @@ TEST_F(UnpackDbTest, TakesNothingButOneFileOfTheArchive) {
     EXPECT_EQ(fault(server), text + "the database dump has more than one name");
     writeArchive(tarOf({{"a.sql", '2', "/etc/shadow"}}));
     EXPECT_EQ(fault(server), other);
-    writeArchive(tarOf({}));
+    writeArchive(tarOf({{"a/", '5'}}));
     EXPECT_EQ(fault(server), other);
+    writeArchive(tarOf({}));
+    EXPECT_EQ(fault(server), text + "empty extract file list");
     EXPECT_EQ(calls(), "");
 }

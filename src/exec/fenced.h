@@ -1,6 +1,7 @@
 // A command that works on an archive's content, and so for its author.
 #pragma once
 
+#include <new>
 #include <string>
 
 #include "exec/log_exec_cmd.h"
@@ -11,5 +12,7 @@ namespace zelvo {
 // log, where the machine grants none. directory: as openDestination takes it. Raises what that and
 // the command's exec raise. Needs theDebugLog.
 void execFenced(tLogExecCmd& command, const std::string& directory);
+// The same with the other form of exec; returns the command's code.
+int execFenced(tLogExecCmd& command, const std::string& directory, std::nothrow_t);
 
 }  // namespace zelvo

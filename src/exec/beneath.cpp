@@ -1,4 +1,4 @@
-#include "content/beneath.h"
+#include "exec/beneath.h"
 
 #include <fcntl.h>
 #include <linux/openat2.h>
@@ -12,7 +12,7 @@
 #include <tuple>
 #include <utility>
 
-#include "content/content_errors.h"
+#include "commons/errors.h"
 
 namespace zelvo {
 

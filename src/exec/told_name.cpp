@@ -1,4 +1,4 @@
-#include "content/told_name.h"
+#include "exec/told_name.h"
 
 #include <algorithm>
 
@@ -42,6 +42,18 @@ std::string nameOfTold(std::string_view told) {
         }
     }
     return name;
+}
+
+std::vector<std::string> namesOfListing(std::string_view told) {
+    constexpr std::string_view kLineEnds = "\n\r";
+    std::vector<std::string> names;
+    std::size_t start = told.find_first_not_of(kLineEnds);
+    while (start != std::string_view::npos) {
+        const std::size_t end = std::min(told.find_first_of(kLineEnds, start), told.size());
+        names.push_back(nameOfTold(told.substr(start, end - start)));
+        start = told.find_first_not_of(kLineEnds, end);
+    }
+    return names;
 }
 
 }  // namespace zelvo
