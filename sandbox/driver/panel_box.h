@@ -20,7 +20,8 @@ struct PanelBox : testing::Environment {
         std::filesystem::create_directories(dir.path("product/RMK"));
         dir.write("etc/passwd",
                   "root:x:0:0:::\nqrdadm:x:4711:4712:::\npopuser:x:4713:4714:::\n"
-                  "list:x:4715:4716:::\nwebmaster:x:4717:4718:::\npostgres:x:4721:4722:::\n");
+                  "list:x:4715:4716:::\nwebmaster:x:4717:4718:::\npostgres:x:4721:4722:::\n"
+                  "ftp:x:4723:4724::/:\nnobody:x:65534:65534:::\n");
         dir.write("etc/group",
                   "qrdadm:x:4712:\npopuser:x:4714:\nlist:x:4716:\nqrdcln:x:4718:\n"
                   "qrdserv:x:4719:\nqrdftp:x:4720:\npostgres:x:4722:\n");

@@ -1,5 +1,8 @@
 #include "deployer/content_source.h"
 
+#include "exec/url_encoding.h"
+#include "repository/ftp_url.h"
+
 namespace zelvo {
 
 namespace {
@@ -19,6 +22,20 @@ std::string chooseRepositoryPath(const std::string& repositoryUrl, const XmlNode
     }
     const std::string base = dumpRoot.test("@base") ? directoryOf(dumpRoot.str("@base")) : "";
     return base.empty() ? sessionPath : base;
+}
+
+std::unique_ptr<tRepository> openRepository(const std::string& path, const std::string& login,
+                                            const std::string& password) {
+    if (!path.starts_with("ftp://")) {
+        return std::make_unique<tRepository>(path, login, password, "", false);
+    }
+    const std::string own = login.empty() ? loginOfUrl(path) : "";
+    const std::size_t colon = own.find(':');
+    const std::string ownPassword =
+        colon == std::string::npos ? "" : urldecode(own.substr(colon + 1));
+    return std::make_unique<tRepository>(urlWithoutLogin(path),
+                                         login.empty() ? urldecode(own.substr(0, colon)) : login,
+                                         password.empty() ? ownPassword : password, "", false);
 }
 
 }  // namespace zelvo

@@ -6,7 +6,7 @@
 #include "commons/files.h"
 #include "commons/session.h"
 #include "content/regular_unpacker.h"
-#include "content/unsupported_unpacker.h"
+#include "content/repository_unpacker.h"
 #include "deployer/content_source.h"
 #include "report/log4cpp_setup.h"
 #include "report/migration_status.h"
@@ -29,16 +29,17 @@ void validate(tXmlZelvoDump& dump, bool skipXsd) {
     validateSchema(dump, schema);
 }
 
-// What unpacks the content archives. That of a repository cannot be read yet.
-std::shared_ptr<ContentUnpacker> makeUnpacker(bool noRepository,
-                                              const std::string& repositoryPath) {
+// What unpacks the content archives. repository: makes the one that holds them.
+template <class Repository>
+std::shared_ptr<ContentUnpacker> makeUnpacker(bool noRepository, Repository&& repository) {
     if (noRepository) {
         deployerCategory().debug("Content archives are expected in the session");
         return std::make_shared<RegularUnpacker>();
     }
+    std::unique_ptr<tRepository> made = repository();
     deployerCategory().debugStream()
-        << "Content archives are expected in the repository " << repositoryPath;
-    return std::make_shared<UnsupportedUnpacker>();
+        << "Content archives are expected in the repository " << made->place();
+    return std::make_shared<RepositoryUnpacker>(std::move(made));
 }
 
 // The run's unpacker, which ends with the run and not with the process: what it holds open or on
@@ -58,10 +59,8 @@ class RunUnpacker {
 void action_deploy_dump(bool notify, const std::string& domainTemplate,
                         const std::string& backupUser, const std::string& backupUserType,
                         bool noRepository, const std::string& sessionPath,
-                        const std::string& repositoryUrl,
-                        [[maybe_unused]] const std::string& repositoryLogin,
-                        [[maybe_unused]] const std::string& repositoryPwd, bool skipXsd,
-                        bool suspend) {
+                        const std::string& repositoryUrl, const std::string& repositoryLogin,
+                        const std::string& repositoryPwd, bool skipXsd, bool suspend) {
     const std::string path = theSession->getZelvoDumpFileName();
     const std::unique_ptr<MigrationStatus> status = createMigrationStatusFile();
     status->setIdle();
@@ -70,8 +69,10 @@ void action_deploy_dump(bool notify, const std::string& domainTemplate,
     tXmlZelvoDump dump(path.c_str());
     dump.initFileDoc("migration-dump");
     const XmlNode root(dump.doc(), dump.root());
-    std::shared_ptr<ContentUnpacker> unpacker =
-        makeUnpacker(noRepository, chooseRepositoryPath(repositoryUrl, root, sessionPath));
+    std::shared_ptr<ContentUnpacker> unpacker = makeUnpacker(noRepository, [&] {
+        return openRepository(chooseRepositoryPath(repositoryUrl, root, sessionPath),
+                              repositoryLogin, repositoryPwd);
+    });
     validate(dump, skipXsd);
 
     tDeployProgressReport report(status.get(), dump.getAccountsNum(), dump.getDomainsNum());

@@ -23,10 +23,13 @@ std::string escapeLogin(const std::string& text) {
     return escaped;
 }
 
+std::size_t hostBegin(const std::string& url) {
+    return url.starts_with(kScheme) ? kScheme.size() : 0;
+}
+
 // Where the path of a URL begins: its length if it has none.
 std::size_t pathBegin(const std::string& url) {
-    const std::size_t scheme = url.starts_with(kScheme) ? kScheme.size() : 0;
-    return std::min(url.find('/', scheme), url.size());
+    return std::min(url.find('/', hostBegin(url)), url.size());
 }
 
 std::string encodeComponents(const std::string& path) {
@@ -56,9 +59,16 @@ std::string GetUrlWithAuth(const std::string& url, const std::string& auth) {
 }
 
 std::string urlWithoutLogin(const std::string& url) {
-    const std::size_t host = url.starts_with(kScheme) ? kScheme.size() : 0;
-    const std::size_t login = url.substr(0, pathBegin(url)).rfind('@');
-    return login == std::string::npos ? url : url.substr(0, host) + url.substr(login + 1);
+    const std::size_t login = loginOfUrl(url).size();
+    const std::size_t host = hostBegin(url);
+    const bool hasLogin = host + login < pathBegin(url) && url[host + login] == '@';
+    return hasLogin ? url.substr(0, host) + url.substr(host + login + 1) : url;
+}
+
+std::string loginOfUrl(const std::string& url) {
+    const std::size_t host = hostBegin(url);
+    const std::size_t end = url.substr(0, pathBegin(url)).rfind('@');
+    return end == std::string::npos ? "" : url.substr(host, end - host);
 }
 
 std::string encodeFtpUrl(const std::string& url) {

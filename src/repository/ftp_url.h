@@ -13,7 +13,10 @@ void GetAuthStr(const std::string& login, const std::string& password, std::stri
 // auth and "@" in front of the host.
 std::string GetUrlWithAuth(const std::string& url, const std::string& auth);
 
-// A URL without a login, as it may stand in a log.
+// The userinfo of a URL (RFC 3986, 3.2.1) as it stands there, which ends before the path; empty for
+// none.
+std::string loginOfUrl(const std::string& url);
+// A URL without it, as it may stand in a log.
 std::string urlWithoutLogin(const std::string& url);
 
 // A plain URL in the form that libcurl takes: each component of its path percent-encoded, so that

@@ -1,10 +1,8 @@
 // The half of tRepository that brings files to their place and back.
-#include <boost/filesystem/operations.hpp>
-#include <cerrno>
-#include <cstring>
 #include <fstream>
 #include <sstream>
 
+#include "repository/local_files.h"
 #include "repository/path_guard.h"
 #include "repository/repository.h"
 
@@ -25,56 +23,11 @@ void inWords(const std::string& what, Operation&& operation) {
     }
 }
 
-template <class Stream>
-void openLocal(Stream& stream, const std::string& file, std::ios::openmode mode) {
-    errno = 0;
-    stream.open(file, mode | std::ios::binary);
-    if (!stream.is_open()) {
-        throw EXC(tRepository::StreamError) %
-            ("Unable to open " + file + ": " + std::strerror(errno));
-    }
-}
-
-// A local file that is written, and removed unless all of it was.
-class NewLocalFile {
-  public:
-    explicit NewLocalFile(const std::string& path) : path_(path) {
-        openLocal(stream_, path, std::ios::out | std::ios::trunc);
-    }
-    ~NewLocalFile() {
-        boost::system::error_code error;
-        // What was a device or a link before is not ours to remove.
-        if (!isWhole_ && boost::filesystem::symlink_status(path_, error).type() ==
-                             boost::filesystem::regular_file) {
-            boost::filesystem::remove(path_, error);
-        }
-    }
-    NewLocalFile(const NewLocalFile&) = delete;
-    NewLocalFile& operator=(const NewLocalFile&) = delete;
-
-    std::ostream& stream() { return stream_; }
-
-    // Raises OutputStreamException when not all could be written.
-    void finish() {
-        stream_.close();
-        if (stream_.fail()) {
-            throw OutputStreamException();
-        }
-        isWhole_ = true;
-    }
-
-  private:
-    std::string path_;
-    std::ofstream stream_;
-    bool isWhole_ = false;
-};
-
 }  // namespace
 
 void tRepository::Put(const std::string& localFile, const std::string& repoFile) {
     log("Put file from " + localFile + " to " + repoFile);
-    std::ifstream in;
-    openLocal(in, localFile, std::ios::in);
+    std::ifstream in = openLocalFile(localFile);
     const std::unique_ptr<orepostream> out = openToWrite(repoFile);
     inWords<&StreamPipeError>(localFile + " to " + repoFile + ":\n", [&] {
         Pipe(in, *out);

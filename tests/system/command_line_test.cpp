@@ -68,7 +68,7 @@ TEST(CommandLine, EndsAsCallersExpect) {
     const std::string noNumber =
         R"(<migration-dump><domain name="a.com"><limits-and-permissions><limit name="disk_space">)"
         "abc</limit></limits-and-permissions></domain></migration-dump>";
-    // Catches: a run that dies of content that it has no unpacker for.
+    // Catches: a run that dies of content that is not there, or that passes over it.
     const std::string inRepository =
         R"(<migration-dump><domain name="a.example"><phosting deployer-action="auxiliary">)"
         R"(<content><cid type="logs"><content-file>x.tar</content-file></cid></content>)"
@@ -106,7 +106,7 @@ TEST(CommandLine, EndsAsCallersExpect) {
         {"--deploy-dump @",
          0,
          "",
-         {"success", "domain a.example/hosting a.example: CantUnpackLogs > NotSupportedOperation"},
+         {"success", "domain a.example/hosting a.example: CantUnpackLogs > CantUnpack"},
          3,
          inRepository},
         // More than one action is none, and that works out.

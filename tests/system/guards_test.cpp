@@ -229,11 +229,15 @@ std::string statusAfter(const Rules& rules, const Row& failed) {
            std::to_string(domains) + " of " + std::to_string(allDomains) + " domains";
 }
 
-void restoreExample(Sandbox& box, const std::string& name, const std::string& faults) {
+void prepareExample(Sandbox& box, const std::string& name) {
     box.setup(fileOf(name, "panel-before.txt"));
     addExampleArchives(box, name);
     box.withClients();
     box.writeDump(fileOf(name, "restore.xml"));
+}
+
+void restoreExample(Sandbox& box, const std::string& name, const std::string& faults) {
+    prepareExample(box, name);
     box.faults(faults);
     box.deploy();
     // Keys, passwords and half an archive were written there.
@@ -252,7 +256,7 @@ std::string withoutNumbers(const std::string& text) {
     return std::regex_replace(text, std::regex("RANDOM[0-9]+"), "RANDOM");
 }
 
-// A restore that nothing hinders.
+// What a restore leaves that nothing hindered.
 void expectCallsOfGuards(Sandbox& box, const std::string& name) {
     const Rules rules = readRules(name);
     std::string calls;
@@ -264,25 +268,55 @@ void expectCallsOfGuards(Sandbox& box, const std::string& name) {
             codes.push_back(row.object + ": " + row.call);
         }
     }
-    restoreExample(box, name, "");
     EXPECT_EQ(withoutNumbers(callsOf(box)), calls);
     EXPECT_EQ(codesOf(box), codes);
     EXPECT_TRUE(statusOf(box).starts_with(rules.status)) << statusOf(box);
     expectNoPasswordInArguments(box);
 }
 
+// Catches: content in a wrong place, or with another owner, group or mode than is due to it.
+void expectCompanyRestored(Sandbox& box) {
+    expectCallsOfGuards(box, kCompany);
+    EXPECT_EQ(treeOf(box, "/opt/qrd/var/vhosts") + "\n" +
+                  treeOf(box, "/opt/qrd/var/mailnames/knigi.example"),
+              example("sites-after.txt"));
+}
+
 TEST(Example, ServerMakesTheCallsOfItsGuards) {
     Sandbox box;
+    restoreExample(box, kServer, "");
     expectCallsOfGuards(box, kServer);
 }
 
 TEST(Example, CompanyMakesTheCallsOfItsGuards) {
     Sandbox box;
-    expectCallsOfGuards(box, kCompany);
-    // Catches: content in a wrong place, or with another owner, group or mode than is due to it.
-    EXPECT_EQ(treeOf(box, "/opt/qrd/var/vhosts") + "\n" +
-                  treeOf(box, "/opt/qrd/var/mailnames/knigi.example"),
-              example("sites-after.txt"));
+    restoreExample(box, kCompany, "");
+    expectCompanyRestored(box);
+}
+
+// The same archives, some of them compressed or cut into volumes, without --no-repository.
+TEST(Example, ComesFromARepositoryToo) {
+    Sandbox box;
+    prepareExample(box, kCompany);
+    const ProcessResult cutting =
+        box.runCommand({"/bin/sh", "-ec", "cd " + Sandbox::sessionPath() + R"(
+volumes() {
+    split -a 1 -b "$2" "$1" "$1 \$(id)'@"; rm "$1"
+    for v in "$1 "*; do printf '<content-file>%s</content-file>' "${v##*/}"; done > list
+    # In a replacement "&" and "" have meanings.
+    perl -0pi -e 'BEGIN { local @ARGV = "list"; $l = <> } s|<content-file>\Q$ENV{n}\E</content-file>|$l|g' restore.xml
+}
+compress() { gzip -n "$1"; mv "$1.gz" "$1"; }
+compress knigi.example/docroot.tar
+compress knigi.example/irina.tar
+n=vhost.tar volumes boreal.example/vhost.tar 7000
+n=irina.tar volumes knigi.example/irina.tar 100
+rm list)"});
+    ASSERT_EQ(cutting.exitStatus, 0) << cutting.err;
+    box.forgetJournal();
+    box.succeeds({"--deploy-dump", "--session-path", Sandbox::sessionPath()});
+    EXPECT_EQ(countOf(box.logText(), "Executing utility: perl -f "), 2);
+    expectCompanyRestored(box);
 }
 
 // The rows whose failures are tried, with the numbers of their calls.

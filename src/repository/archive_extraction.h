@@ -1,0 +1,28 @@
+// Taking files out of archives of one or more volumes.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace zelvo {
+
+// All run tar behind a fence around dest: nothing else is written to. volumes: local files by
+// absolute paths, one archive together. dest: absolute, a directory as openDestination takes it.
+// result: gets the names of what was extracted, as the archive has them, directories with "/" at
+// their end. They raise ArchiverError, also for no volumes at all and for one that could not be
+// read; RepositoryError for a first volume that is no archive; CantStatFile. Need theDebugLog.
+
+// includes: the members to take, as patterns (GNU tar, --wildcards), with all that is below them;
+// empty for all. excludes: those to leave out. None of them may hold a line feed or a component
+// ".."; TransportException is raised for one that does.
+void ExtractArchive(const std::vector<std::string>& volumes, const std::string& dest,
+                    const std::vector<std::string>& includes,
+                    const std::vector<std::string>& excludes, std::vector<std::string>& result);
+// What stands at the top of the archive only.
+void ExtractArchiveRoot(const std::vector<std::string>& volumes, const std::string& dest,
+                        std::vector<std::string>& result);
+// What stands below a directory of the archive. subdir: as an include.
+void ExtractArchiveSubDir(const std::vector<std::string>& volumes, const std::string& dest,
+                          const std::string& subdir, std::vector<std::string>& result);
+
+}  // namespace zelvo

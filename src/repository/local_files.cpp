@@ -1,0 +1,51 @@
+#include "repository/local_files.h"
+
+#include <boost/filesystem/operations.hpp>
+#include <cerrno>
+#include <cstring>
+
+#include "repository/repository.h"
+
+namespace zelvo {
+
+namespace {
+
+template <class Stream>
+void openStream(Stream& stream, const std::string& file, std::ios::openmode mode) {
+    errno = 0;
+    stream.open(file, mode | std::ios::binary);
+    if (!stream.is_open()) {
+        throw EXC(tRepository::StreamError) %
+            ("Unable to open " + file + ": " + std::strerror(errno));
+    }
+}
+
+}  // namespace
+
+std::ifstream openLocalFile(const std::string& path) {
+    std::ifstream in;
+    openStream(in, path, std::ios::in);
+    return in;
+}
+
+NewLocalFile::NewLocalFile(const std::string& path) : path_(path) {
+    openStream(stream_, path, std::ios::out | std::ios::trunc);
+}
+
+NewLocalFile::~NewLocalFile() {
+    boost::system::error_code error;
+    if (!isWhole_ &&
+        boost::filesystem::symlink_status(path_, error).type() == boost::filesystem::regular_file) {
+        boost::filesystem::remove(path_, error);
+    }
+}
+
+void NewLocalFile::finish() {
+    stream_.close();
+    if (stream_.fail()) {
+        throw OutputStreamException();
+    }
+    isWhole_ = true;
+}
+
+}  // namespace zelvo

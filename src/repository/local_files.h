@@ -1,0 +1,33 @@
+// Files of this machine on their way into a repository and back.
+#pragma once
+
+#include <fstream>
+#include <string>
+
+namespace zelvo {
+
+// Opens a file for reading. Raises tRepository::StreamError with its name and the reason.
+std::ifstream openLocalFile(const std::string& path);
+
+// A local file that is written, and removed unless all of it was.
+class NewLocalFile {
+  public:
+    // Cuts what is there. Raises tRepository::StreamError.
+    explicit NewLocalFile(const std::string& path);
+    // What was a device or a link before stays: it is not ours to remove.
+    ~NewLocalFile();
+    NewLocalFile(const NewLocalFile&) = delete;
+    NewLocalFile& operator=(const NewLocalFile&) = delete;
+
+    std::ostream& stream() { return stream_; }
+
+    // Raises OutputStreamException when not all could be written.
+    void finish();
+
+  private:
+    std::string path_;
+    std::ofstream stream_;
+    bool isWhole_ = false;
+};
+
+}  // namespace zelvo

@@ -1,0 +1,76 @@
+// The half of tRepository that unpacks archives.
+#include <algorithm>
+#include <boost/algorithm/string/join.hpp>
+#include <boost/filesystem/operations.hpp>
+
+#include "repository/archive_extraction.h"
+#include "repository/path_guard.h"
+#include "repository/repository.h"
+#include "repository/safe_create_dir.h"
+#include "repository/urls.h"
+
+namespace zelvo {
+
+namespace {
+
+namespace fs = boost::filesystem;
+
+// The local file of a volume. Without this a part that is missing in the middle would show when
+// what is in front of it has been unpacked, and a pipe would be read without end.
+std::string requireVolume(const std::string& directory, const std::string& name) {
+    std::string path = fs::absolute(joinPath(directory, relativePath(name))).string();
+    boost::system::error_code error;
+    if (!fs::is_regular_file(path, error)) {
+        throw EXC(TransportError) % ("File '" + path + "' not found");
+    }
+    return path;
+}
+
+// The local files with what the volumes hold.
+Paths bringVolumes(tRepositoryTransport& transport, const Paths& volumes) {
+    std::string base;
+    Paths names;
+    DecomposeUrls(volumes, base, names);
+    const std::string directory = transport.GetLocalDirFiles(base, names);
+    Paths files(names.size());
+    std::transform(names.begin(), names.end(), files.begin(),
+                   [&](const std::string& name) { return requireVolume(directory, name); });
+    return files;
+}
+
+// Where what goes to a directory of a transport is made.
+std::string localPlace(tRepositoryTransport& transport, const std::string& dest) {
+    const std::string receiving = transport.GetReceivingDir();
+    const std::string place =
+        receiving.empty() ? transport.GetFullPath(dest) : joinPath(receiving, relativePath(dest));
+    const std::string directory = place.substr(0, place.find_last_not_of('/') + 1);
+    return directory.empty() ? "/" : fs::absolute(directory).string();
+}
+
+}  // namespace
+
+Paths tRepository::Unpack(const Paths& volumes, const std::string& dest, const Paths& includes) {
+    tRepository target(dest, "", "", "", false);
+    return UnpackToRepo(volumes, target, "", includes);
+}
+
+Paths tRepository::UnpackToRepo(const Paths& volumes, tRepository& target, const std::string& dest,
+                                const Paths& includes) {
+    log("Unpack from " + boost::join(volumes, ", ") + " to " + target.place() + "/" + dest);
+    const Paths files = bringVolumes(transport(), volumes);
+    const std::string directory = localPlace(target.transport(), dest);
+    if (!SafeCreateDir(directory)) {
+        throw EXC(TransportError) % (dest + " unable to create directory ");
+    }
+    Paths unpacked;
+    ExtractArchive(files, directory, includes, Paths(), unpacked);
+    Paths made;
+    // A directory may have been there before, with what else is in it.
+    std::remove_copy_if(unpacked.begin(), unpacked.end(), std::back_inserter(made),
+                        [](const std::string& name) { return name.ends_with('/'); });
+    target.AddFilesToTransaction(dest, made);
+    target.transport().ReceiveDir(dest);
+    return unpacked;
+}
+
+}  // namespace zelvo
