@@ -8,31 +8,41 @@
 
 namespace zelvo {
 
-void GetFileParts(tRepositoryTransport& transport, const std::string& url,
-                  std::vector<std::string>& parts) {
-    std::string base;
-    std::string whole;
-    DecomposeUrl(url, base, whole);
-    if (whole.empty()) {
-        throw EXC(RepositoryError) % "name of exporting file is empty";
-    }
-    if (!transport.IsExist(url)) {
-        throw EXC(RepositoryError) % ("file '" + whole + "' does not exists");
-    }
+namespace {
+
+// What is a part of name among the entries of dir.
+std::vector<FilePart> findParts(tRepositoryTransport& transport, const std::string& dir,
+                                const std::string& name) {
     std::vector<std::string> entries;
-    transport.ListDir(base, entries);
-    std::vector<FilePart> found;
+    transport.ListDir(dir, entries);
+    std::vector<FilePart> parts;
     for (const std::string& entry : entries) {
-        FilePart part{entry, 0};
-        if (IsSplittedPart(whole, entry, part.number)) {
-            found.push_back(part);
+        FilePart part{dir + entry, 0};
+        if (IsSplittedPart(name, entry, part.number) && !transport.IsDirExist(part.name)) {
+            parts.push_back(part);
         }
     }
-    std::sort(found.begin(), found.end());
-    parts.clear();
-    for (const FilePart& part : found) {
-        parts.push_back(base + part.name);
+    return parts;
+}
+
+}  // namespace
+
+std::vector<std::string> GetFileParts(tRepositoryTransport& transport, const std::string& path) {
+    std::string dir;
+    std::string name;
+    DecomposeUrl(path, dir, name);
+    if (name.empty()) {
+        throw EXC(RepositoryError) % "name of exporting file is empty";
     }
+    if (!transport.IsExist(path) || transport.IsDirExist(path)) {
+        throw EXC(RepositoryError) % ("file '" + name + "' does not exists");
+    }
+    std::vector<FilePart> parts = findParts(transport, dir, name);
+    std::stable_sort(parts.begin(), parts.end());
+    std::vector<std::string> names(parts.size());
+    std::transform(parts.begin(), parts.end(), names.begin(),
+                   [](const FilePart& part) { return part.name; });
+    return names;
 }
 
 }  // namespace zelvo

@@ -1,4 +1,4 @@
-// The parts that a big file of a repository may have been split into.
+// The parts of a packed backup.
 #pragma once
 
 #include <string>
@@ -8,10 +8,9 @@
 
 namespace zelvo {
 
-// Fills parts with the paths of a file and of its numbered parts, by their numbers. url: the path
-// of the file in the transport. Raises RepositoryError for a url without a name and for a file that
-// is not there, and what the transport raises.
-void GetFileParts(tRepositoryTransport& transport, const std::string& url,
-                  std::vector<std::string>& parts);
+// The files of an archive in the order of their numbers, the archive itself first. path: of the
+// archive in the transport; a directory is never one. Raises RepositoryError for a path without a
+// name and for an archive that is not there, and the failures of the transport.
+std::vector<std::string> GetFileParts(tRepositoryTransport& transport, const std::string& path);
 
 }  // namespace zelvo

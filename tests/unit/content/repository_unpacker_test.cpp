@@ -176,10 +176,9 @@ TEST_F(RepositoryUnpackerTest, FetchesAnArchiveOnce) {
     EXPECT_EQ(contentOf(to + "/part"), archive);
 
     tRepository repository(place, server.login(), server.password(), "", false);
-    Paths parts;
-    zelvo::GetFileParts(repository.transport(), "archives/gone", parts);
+    const Paths parts = zelvo::GetFileParts(repository.transport(), "archives/gone");
     EXPECT_THAT(parts, ElementsAre("archives/gone", "archives/gone1"));
-    EXPECT_EQ(messageOf([&] { zelvo::GetFileParts(repository.transport(), "archives/y", parts); }),
+    EXPECT_EQ(messageOf([&] { zelvo::GetFileParts(repository.transport(), "archives/y"); }),
               "file 'y' does not exists");
     // What is unpacked into a repository far away gets there.
     tRepository local(dir.path("ftp/root/repo"), "", "", "", false);
