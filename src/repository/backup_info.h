@@ -24,6 +24,7 @@ struct ValidationResult {
 };
 
 struct BackupInfo : CreationDateMixin {
+    // Of the file, without ".xml".
     std::string name;
     // Of the info document, or of the archive.
     std::string path;
@@ -36,5 +37,11 @@ struct BackupInfo : CreationDateMixin {
     std::string description;
     std::vector<ValidationResult> validation;
 };
+
+// Fills name and path. path: of the info document or the archive.
+void SetBackupNameFromPath(const std::string& path, BackupInfo& info);
+
+// The label of the path becomes the date. Raises RepositoryError for one that is none.
+void SetDateFromPath(BackupInfo& info, const std::string& path);
 
 }  // namespace zelvo

@@ -84,7 +84,7 @@ std::vector<ContentEntry> tInfoXmlReader::ReadContent() {
 
 void tInfoXmlReader::ClearTempFiles() {
     localPath_ = fetchedPath_;
-    isVerified_ = false;
+    isSignGood_.reset();
     std::vector<TempFileGuard> files = std::exchange(tempFiles_, {});
     // The guards behind one that fails remove their own.
     for (TempFileGuard& file : files) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <new>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -48,9 +49,11 @@ class tInfoXmlReader {
     // Puts a signed document in the place of one that is not. Raises ExecCmd::Failed when the
     // signing fails.
     void Sign();
-    // Whether the signature is good. If so, the document without its envelope takes its place, and
-    // is not checked again.
+    // Whether the signature is good. If so, the document without its envelope takes its place. It
+    // is checked once.
     bool ValidateSign();
+    // Whether it has been checked and is not good.
+    bool isSignRefused() const { return isSignGood_ == false; }
     // Whether the document, without its envelope if it has one, is valid by the panel's schema.
     // What is wrong is told in the log. Raises XmlReaderError for a schema that cannot be read.
     bool ValidateZelvoXsd();
@@ -76,7 +79,8 @@ class tInfoXmlReader {
     std::string objectGuid_;
     std::string fetchedPath_;
     std::string localPath_;
-    bool isVerified_ = false;
+    // None before the check.
+    std::optional<bool> isSignGood_;
     std::vector<TempFileGuard> tempFiles_;
 };
 

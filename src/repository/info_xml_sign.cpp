@@ -87,20 +87,21 @@ void tInfoXmlReader::Sign() {
     std::string document;
     runSignTool("sign", document, true);
     replaceDocument("signed", document);
+    isSignGood_.reset();
 }
 
 bool tInfoXmlReader::ValidateSign() {
     LogMsg("Validate xml by sign");
-    if (isVerified_) {
-        return true;
+    if (isSignGood_) {
+        return *isSignGood_;
     }
     std::string document;
-    if (runSignTool("verify", document, false) != 0) {
-        return false;
+    const bool isGood = runSignTool("verify", document, false) == 0;
+    if (isGood) {
+        replaceDocument("unsigned", document);
     }
-    replaceDocument("unsigned", document);
-    isVerified_ = true;
-    return true;
+    isSignGood_ = isGood;
+    return isGood;
 }
 
 bool tInfoXmlReader::ValidateZelvoXsd() {

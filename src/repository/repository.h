@@ -11,6 +11,7 @@
 #include "repository/backup_info.h"
 #include "repository/files_transaction.h"
 #include "repository/repository_errors.h"
+#include "repository/rotation.h"
 #include "repository/transport.h"
 
 namespace zelvo {
@@ -97,16 +98,23 @@ class tRepository {
 
     // ---- listing and validation.
 
+    // Appends the structured backups of an object; one that cannot be read is told in the log.
+    // type: an object type. owner: GUID; empty for any. Raises RepositoryException for what is no
+    // type.
     void BackupsList(const std::string& type, const std::string& guid, const std::string& owner,
                      std::vector<BackupInfo>& result, bool validate = false);
-    // mask: a regular expression on names; empty for any.
+    // Appends the archives of a directory. mask: a regular expression (Perl's) on names; empty for
+    // any. Raises RepositoryError for one that is none.
     void PackedBackupsList(const std::string& dir, const std::string& mask,
                            std::vector<BackupInfo>& result);
+    // path: an info document, an archive. Raise RepositoryError for one that is not there.
     BackupInfo GetBackupInfo(const std::string& path, bool validate);
     BackupInfo GetPackedBackupInfo(const std::string& path);
     // discoveredDir: where the items of a dump stand.
     BackupInfo GetInitialBackupInfo(const std::string& discoveredDir);
-    // force: check anew what has been checked.
+    // path: an info document. The verdict is stored with the dump; what hinders the check is one
+    // too, and not stored. force: check anew what has been checked. files: content files that
+    // count as there.
     std::vector<ValidationResult> ValidateBackup(const std::string& path, bool force);
     std::vector<ValidationResult> ValidateBackup(const std::string& path, const Paths& files,
                                                  bool force);
@@ -144,11 +152,15 @@ class tRepository {
 
     // ---- deletion.
 
-    // path: an info document. A backup that is part of another one stays.
+    // path: an info document. A backup that is part of another one stays, and so do files that
+    // may be of another. Raises RepositoryError for a backup that is not there.
     void DeleteBackup(const std::string& path);
-    // path: an archive, whose parts go with it.
+    // path: an archive, whose parts go with it. Raises RepositoryError.
     void DeletePackedBackup(const std::string& path);
-    // Leave the newest keep backups.
+    // Leave the newest keep backups; raise RepositoryException for a negative number. A backup that
+    // cannot be removed is told in the log. prefix: the path of the info documents without "_" and
+    // label. Only sound backups of the owner, a GUID, count. mask: the archives' name without "_"
+    // and label, with extension.
     void RotateStructuredBackup(const std::string& owner, const std::string& prefix, int keep);
     void RotateFileBackup(const std::string& dir, const std::string& mask, int keep);
 
@@ -160,6 +172,16 @@ class tRepository {
     std::unique_ptr<irepostream> openToRead(const std::string& path);
     // Makes the directory if there is none.
     void requireDir(const std::string& path);
+    // The structured backups of an owner in a directory. prefix: the info documents' names without
+    // label. Only those that are sound; the others are told in the log.
+    std::vector<PrefixFileList> findBackups(const std::string& dir, const std::string& prefix,
+                                            const std::string& owner);
+    // Stores the verdict on a dump in the place of an earlier one; a store that refuses it is told
+    // in the log.
+    void storeStatus(const std::string& infoPath, BackupStatus status);
+    ValidationResult checkBackup(const std::string& infoPath, const Paths& files);
+    // The directories that can hold the dumps of an object.
+    Paths searchObjectDirs(const std::string& type, const std::string& guid);
     // Makes the directory of the discovered items of a dump and returns its path.
     std::string makeDiscoveredDir(const std::string& path, const std::string& name);
 

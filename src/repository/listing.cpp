@@ -1,0 +1,172 @@
+// The half of tRepository that lists structured backups.
+#include <algorithm>
+#include <charconv>
+
+#include "repository/discovered_items.h"
+#include "repository/info_xml_reader.h"
+#include "repository/names.h"
+#include "repository/object_types.h"
+#include "repository/path_guard.h"
+#include "repository/repository.h"
+#include "repository/repository_log.h"
+#include "repository/tolerated.h"
+
+namespace zelvo {
+
+namespace {
+
+void ReadPropsFromXml(tRepositoryTransport& transport, const std::string& path,
+                      std::string& description) {
+    LogMsg("Read properties from xml " + path);
+    description = tInfoXmlReader(&transport, path).ReadDescription();
+}
+
+void GetBackupParamsFromListing(tRepositoryTransport& transport, const std::string& dir,
+                                BackupInfo& info, std::string& size) {
+    LogMsg("Get backup params from listing of " + dir);
+    const std::pair<const char*, std::string*> items[] = {
+        {D_ITEM_OWNER, &info.owner_guid},
+        {D_ITEM_OWNER_TYPE, &info.owner_type},
+        {D_ITEM_GUID, &info.guid},
+        {D_ITEM_OBJECT_ID, &info.object_id},
+        {D_ITEM_SIZE, &size},
+    };
+    Paths entries;
+    transport.ListDir(dir, entries);
+    for (const std::string& entry : entries) {
+        for (const auto& [item, value] : items) {
+            readDiscoveredItem(entry, item, *value);
+        }
+    }
+}
+
+// 0 for what is no number of bytes.
+long parseSize(const std::string& text) {
+    long size = 0;
+    const char* const end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, size);
+    if (error != std::errc() || rest != end || size < 0) {
+        LogMsg("Unable to parse size of dump: " + text);
+        return 0;
+    }
+    return size;
+}
+
+void completeBackupInfo(tRepositoryTransport& transport, const std::string& path,
+                        BackupInfo& info) {
+    SetBackupNameFromPath(path, info);
+    ReadPropsFromXml(transport, path, info.description);
+    SetDateFromPath(info, path);
+}
+
+// A list of the backups of an object.
+class BackupsLister {
+  public:
+    // owner: a GUID; empty for any.
+    BackupsLister(tRepository& repository, const std::string& type, const std::string& guid,
+                  const std::string& owner, bool validate, std::vector<BackupInfo>& result)
+        : repository_(repository),
+          // The server has the root for itself.
+          guid_(type == "server" ? "" : guid),
+          owner_(owner),
+          validate_(validate),
+          result_(result) {}
+
+    // Appends a dump, by the name of its discovered directory. dir: of its info document.
+    void append(const std::string& dir, const std::string& name) {
+        const std::string path = joinPath(dir, name + ".xml");
+        const std::string items = GetDiscoveredDir(path);
+        tRepositoryTransport& transport = repository_.transport();
+        // Items of the index are files.
+        if (isListed(path) || !transport.IsDirExist(items)) {
+            return;
+        }
+        if (!transport.IsExist(path)) {
+            LogMsg("Discovered dir " + name + " exists but file " + path +
+                   " not exists. Skipping.");
+            return;
+        }
+        BackupInfo info = repository_.GetInitialBackupInfo(items);
+        if ((guid_.empty() || info.guid == guid_) &&
+            (owner_.empty() || info.owner_guid == owner_)) {
+            completeBackupInfo(transport, path, info);
+            if (validate_) {
+                info.validation = repository_.ValidateBackup(path, false);
+            }
+            result_.push_back(info);
+        }
+    }
+
+  private:
+    bool isListed(const std::string& path) const {
+        return std::any_of(result_.begin(), result_.end(),
+                           [&](const BackupInfo& info) { return info.path == path; });
+    }
+
+    tRepository& repository_;
+    // Empty for any.
+    std::string guid_;
+    const std::string& owner_;
+    bool validate_;
+    std::vector<BackupInfo>& result_;
+};
+
+}  // namespace
+
+BackupInfo tRepository::GetInitialBackupInfo(const std::string& discoveredDir) {
+    log("Get initial backup info from dir " + discoveredDir);
+    if (!transport_->IsDirExist(discoveredDir)) {
+        throw EXC(RepositoryError) % ("Discovered dir '" + discoveredDir + "' not found");
+    }
+    BackupInfo info;
+    std::string size;
+    GetBackupParamsFromListing(*transport_, discoveredDir, info, size);
+    info.size = parseSize(size);
+    return info;
+}
+
+BackupInfo tRepository::GetBackupInfo(const std::string& path, bool validate) {
+    log("Get backup info from " + path);
+    BackupInfo info = GetInitialBackupInfo(GetDiscoveredDir(path));
+    completeBackupInfo(*transport_, path, info);
+    if (validate) {
+        info.validation = ValidateBackup(path, true);
+    }
+    return info;
+}
+
+void tRepository::BackupsList(const std::string& type, const std::string& guid,
+                              const std::string& owner, std::vector<BackupInfo>& result,
+                              bool validate) {
+    log("List backups of type " + type + " for guid " + guid);
+    BackupsLister lister(*this, type, guid, owner, validate, result);
+    for (const std::string& dir : searchObjectDirs(type, guid)) {
+        const std::string all = joinPath(dir, DISCOVERED);
+        if (!transport_->IsDirExist(all)) {
+            log("'.discovered' directory for '" + type + "' '" + fileNameOf(dir) + "' not found");
+            continue;
+        }
+        Paths names;
+        transport_->ListDir(all, names);
+        for (const std::string& name : names) {
+            toleratedInWords([&] { lister.append(dir, name); }, "unknown error",
+                             [&](const std::string& reason) {
+                                 log("Error: unable to retreave backup info from " +
+                                     joinPath(dir, name + ".xml") + ": " + reason);
+                             });
+        }
+    }
+}
+
+std::uint64_t tRepository::GetDiskUsage(const std::string& type, const std::string& guid,
+                                        const std::string& owner) {
+    std::vector<BackupInfo> backups;
+    BackupsList(type, guid, owner, backups);
+    std::uint64_t size = 0;
+    for (const BackupInfo& backup : backups) {
+        size += static_cast<std::uint64_t>(backup.size);
+    }
+    return size;
+}
+
+}  // namespace zelvo

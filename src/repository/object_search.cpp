@@ -1,0 +1,91 @@
+// The search for the directories of an object's dumps.
+#include <set>
+
+#include "commons/path_steps.h"
+#include "repository/object_types.h"
+#include "repository/path_guard.h"
+#include "repository/repository.h"
+#include "repository/repository_log.h"
+#include "repository/tolerated.h"
+
+namespace zelvo {
+
+namespace {
+
+// The types of the objects below the server that may own one of a type, the highest first.
+std::vector<std::string> ownerTypes(const std::string& type) {
+    std::vector<std::string> types;
+    for (const char* const owner : {"reseller", "client"}) {
+        if (owner != type && HasMinorType(type, owner)) {
+            types.push_back(owner);
+        }
+    }
+    return types;
+}
+
+class ObjectSearch {
+  public:
+    ObjectSearch(tRepositoryTransport& transport, const std::string& type, const Paths& ids)
+        : transport_(transport), type_(type), ids_(ids.begin(), ids.end()) {}
+
+    // owners: types that can still be between dir and the object.
+    void searchIn(const std::string& dir, const std::vector<std::string>& owners) {
+        for (const std::string& group : GetObjectTypeSearchDirs(type_)) {
+            for (const std::string& id : ids_) {
+                take(joinPath(joinPath(dir, group), id));
+            }
+        }
+        for (auto owner = owners.begin(); owner != owners.end(); ++owner) {
+            searchBelow(joinPath(dir, GetObjectTypeGroupDir(*owner)), {owner + 1, owners.end()});
+        }
+    }
+
+    const Paths& found() const { return found_; }
+
+  private:
+    void take(const std::string& path) {
+        if (transport_.IsDirExist(path)) {
+            found_.push_back(path);
+        }
+    }
+
+    void searchBelow(const std::string& groupDir, const std::vector<std::string>& owners) {
+        if (!transport_.IsDirExist(groupDir)) {
+            return;
+        }
+        Paths names;
+        transport_.ListDir(groupDir, names);
+        for (const std::string& name : names) {
+            if (isComponent(name) && transport_.IsDirExist(joinPath(groupDir, name))) {
+                searchIn(joinPath(groupDir, name), owners);
+            }
+        }
+    }
+
+    tRepositoryTransport& transport_;
+    const std::string& type_;
+    std::set<std::string> ids_;
+    Paths found_;
+};
+
+}  // namespace
+
+Paths tRepository::searchObjectDirs(const std::string& type, const std::string& guid) {
+    // The root belongs to the server, with or without an index.
+    if (GetObjectTypeGroupDir(type).empty()) {
+        return {""};
+    }
+    Paths ids;
+    toleratedInWords([&] { ids = GetDiscoveredNames(*transport_, guid); }, "unknown exception",
+                     [this](const std::string& reason) {
+                         log("Unable to retreave object ids from central repository: " + reason);
+                     });
+    log("Search object dirs");
+    ObjectSearch search(*transport_, type, ids);
+    if (!ids.empty()) {
+        search.searchIn("", ownerTypes(type));
+    }
+    return search.found();
+}
+
+}  // namespace zelvo

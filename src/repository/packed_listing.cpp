@@ -1,0 +1,73 @@
+// The half of tRepository that lists packed backups.
+#include <algorithm>
+#include <boost/regex.hpp>
+
+#include "repository/names.h"
+#include "repository/path_guard.h"
+#include "repository/repository.h"
+#include "repository/repository_log.h"
+#include "repository/tolerated.h"
+
+namespace zelvo {
+
+namespace {
+
+// Runs an operation on the mask. Raises RepositoryError for one that is no regular expression, or
+// one that takes for ever.
+template <class Operation>
+auto onMask(const std::string& mask, Operation&& operation) {
+    try {
+        return operation();
+    } catch (const std::runtime_error& failure) {
+        throw EXC(RepositoryError) % ("mask '" + mask + "' is refused: " + failure.what());
+    }
+}
+
+// all: the listing of dir, with the parts of the archive.
+BackupInfo GetBackupInfoFromFile(const std::string& dir, const FileInfo& file,
+                                 const std::vector<FileInfo>& all) {
+    LogMsg("Get backup info from file");
+    BackupInfo info;
+    SetBackupNameFromPath(joinPath(dir, file.name), info);
+    unsigned number = 0;
+    for (const FileInfo& part : all) {
+        if (IsSplittedPart(file.name, part.name, number)) {
+            info.size += static_cast<long>(part.size);
+        }
+    }
+    toleratedInWords([&] { SetDateFromPath(info, info.path); }, "unknown error",
+                     [&](const std::string&) { info.SetDateTime(file); });
+    return info;
+}
+
+}  // namespace
+
+void tRepository::PackedBackupsList(const std::string& dir, const std::string& mask,
+                                    std::vector<BackupInfo>& result) {
+    log("List packed backups at " + dir);
+    const boost::regex wanted =
+        onMask(mask, [&] { return boost::regex(mask.empty() ? ".*" : mask); });
+    std::vector<FileInfo> files;
+    transport_->ListDirEx(dir, files);
+    for (const FileInfo& file : files) {
+        const bool isMasked = onMask(mask, [&] { return boost::regex_match(file.name, wanted); });
+        if (isMasked && IsFtpDumpName(file.name)) {
+            result.push_back(GetBackupInfoFromFile(dir, file, files));
+        }
+    }
+}
+
+BackupInfo tRepository::GetPackedBackupInfo(const std::string& path) {
+    log("Get packed backup info from file " + path);
+    std::vector<FileInfo> files;
+    transport_->ListDirEx(parentOf(path), files);
+    const auto file = std::find_if(files.begin(), files.end(), [&](const FileInfo& info) {
+        return info.name == fileNameOf(path);
+    });
+    if (file == files.end()) {
+        throw EXC(RepositoryError) % ("File '" + path + "' not found");
+    }
+    return GetBackupInfoFromFile(parentOf(path), *file, files);
+}
+
+}  // namespace zelvo

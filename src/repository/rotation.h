@@ -1,0 +1,28 @@
+// What the rotations of backups have in common.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace zelvo {
+
+// One found backup.
+struct PrefixFileList {
+    std::string label;
+    // Its files, without the path; the one that stands for the backup first.
+    std::vector<std::string> files;
+
+    bool operator<(const PrefixFileList& other) const { return label < other.label; }
+};
+
+// Raises RepositoryException for a number of backups that is negative.
+void requireRotationCount(int keep);
+
+// Removes the oldest backups until keep are left. One that cannot be removed is told and counts as
+// gone. log: writes a line. head: of the lines on one backup. remove: gets the name of a backup.
+void removeOldest(std::vector<PrefixFileList> backups, int keep, const std::string& head,
+                  const std::function<void(const std::string&)>& log,
+                  const std::function<void(const std::string&)>& remove);
+
+}  // namespace zelvo
