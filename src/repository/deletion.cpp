@@ -1,0 +1,67 @@
+// The half of tRepository that deletes one backup.
+#include <algorithm>
+
+#include "repository/dump_owner.h"
+#include "repository/file_parts.h"
+#include "repository/names.h"
+#include "repository/path_guard.h"
+#include "repository/repository.h"
+#include "repository/tolerated.h"
+
+namespace zelvo {
+
+namespace {
+
+void requireDump(tRepositoryTransport& transport, const std::string& path) {
+    if (!transport.IsExist(path) && !transport.IsDirExist(GetDiscoveredDir(path))) {
+        throw EXC(RepositoryError) % ("file " + path + " not exists");
+    }
+}
+
+}  // namespace
+
+void tRepository::DeleteBackup(const std::string& path) {
+    LogStep(logPrefix_ + "Delete backup " + path);
+    const std::string label = GetInfoXmlsLabel(path);
+    // A name that is none would otherwise delete what has the same first word.
+    requireDump(*transport_, path);
+    if (IsPartOfAnotherDump(*transport_, parentOf(path), label, GetDumpPrefix(path))) {
+        log("backup '" + path + "' is part of another backup");
+        return;
+    }
+    DumpFiles found = FindDumpFiles(*transport_, path);
+    log("Found " + std::to_string(found.files.size()) + " files for deleting");
+    // The info document last: a deletion that fails on the way can be tried again.
+    std::stable_partition(found.files.begin(), found.files.end(), [&](const std::string& file) {
+        return fileNameOf(file) != fileNameOf(path);
+    });
+    for (const std::string& file : found.files) {
+        transport_->Delete(file);
+    }
+    for (const std::string& dir : found.discovered) {
+        toleratedInWords([&] { DeleteDir(dir); }, "unknown error",
+                         [&](const std::string& reason) {
+                             log("Unable to delete directory '" + dir + "': " + reason);
+                         });
+    }
+}
+
+void tRepository::DeletePackedBackup(const std::string& path) {
+    LogStep(logPrefix_ + "Delete packed backup " + path);
+    if (path.empty()) {
+        throw EXC(RepositoryError) % "path to deleting file is empty";
+    }
+    if (!transport_->IsExist(path)) {
+        throw EXC(RepositoryError) % ("file " + path + " not exists");
+    }
+    inRepositoryWords("unable to delete packed dump: ", [&] {
+        log("Retreaving dump parts...");
+        for (const std::string& part : GetFileParts(*transport_, path)) {
+            transport_->Delete(part);
+            log("File '" + part + "' deleted");
+        }
+        log("Deleted");
+    });
+}
+
+}  // namespace zelvo

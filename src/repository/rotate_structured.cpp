@@ -1,0 +1,119 @@
+// The rotation of structured backups.
+#include <algorithm>
+
+#include "repository/discovered_items.h"
+#include "repository/names.h"
+#include "repository/path_guard.h"
+#include "repository/repository.h"
+#include "repository/repository_log.h"
+#include "repository/rotation.h"
+#include "repository/tolerated.h"
+
+namespace zelvo {
+
+namespace {
+
+// The label of an info document with the prefix. Returns an empty one for any other name, with the
+// reason in refusal.
+std::string readLabel(const std::string& name, const std::string& prefix, std::string& refusal) {
+    if (!name.ends_with(".xml")) {
+        refusal = "file name '" + name + "' not ends with '.xml'";
+        return "";
+    }
+    const std::string stem = GetInfoXmlDir(name);
+    const std::string label = FileMatchToPrefix(stem, prefix) ? stem.substr(prefix.size() + 1) : "";
+    if (label.empty() || !DiscoveredMatchToLabel(stem, label)) {
+        refusal = "The file '" + name + "' is not valid backup file name!";
+        return "";
+    }
+    if (!IsLabel(label)) {
+        refusal = "file name '" + name + "' has invalid date prefix '" + label + "'";
+        return "";
+    }
+    return label;
+}
+
+// Two owners are as good as another one.
+bool isOwnedBy(tRepository& repository, const std::string& path, const std::string& owner) {
+    const Paths owners = repository.GetDiscoveredItems(path, D_ITEM_OWNER);
+    return !owners.empty() && std::all_of(owners.begin(), owners.end(),
+                                          [&](const std::string& value) { return value == owner; });
+}
+
+bool isSound(tRepository& repository, const std::string& path) {
+    const std::vector<ValidationResult> results = repository.ValidateBackup(path, false);
+    return std::all_of(results.begin(), results.end(), [](const ValidationResult& result) {
+        return result.status == BackupStatus::kOk;
+    });
+}
+
+// Why a backup is not counted; empty if it is. The owner is asked first: a check leaves its verdict
+// with the backup, and that of another owner is none of ours.
+std::string refuseBackup(tRepository& repository, const std::string& path,
+                         const std::string& owner) {
+    const std::string name = fileNameOf(path);
+    const std::string broken = "The backup : " + name + " is not valid!";
+    std::string refusal = broken;
+    toleratedInWords(
+        [&] {
+            if (repository.transport().IsDirExist(path)) {
+                refusal = "The file '" + name + "' is not valid backup file name!";
+            } else if (!isOwnedBy(repository, path, owner)) {
+                refusal = "Rotation: the file '" + name + "' is not backup of owner " + owner;
+            } else if (isSound(repository, path)) {
+                refusal.clear();
+            }
+        },
+        "unknown error", [](const std::string& reason) { LogError("Error: " + reason); });
+    return refusal;
+}
+
+}  // namespace
+
+void tRepository::RotateStructuredBackup(const std::string& owner, const std::string& prefix,
+                                         int keep) {
+    LogStep(logPrefix_ + "Rotate structured backups is started for owner " + owner);
+    requireRotationCount(keep);
+    requireName(owner, "owner");
+    const std::string dir = parentOf(prefix);
+    const std::vector<PrefixFileList> backups = findBackups(dir, fileNameOf(prefix), owner);
+    if (backups.empty()) {
+        log("The backup list is empty. Nothing to rotate.");
+        return;
+    }
+    if (std::ssize(backups) <= keep) {
+        log("The backups count is less then rotation count. Nothing to rotate.");
+        return;
+    }
+    removeOldest(
+        backups, keep, "Rotation:", [this](const std::string& line) { log(line); },
+        [&](const std::string& name) { DeleteBackup(joinPath(dir, name)); });
+    log("Rotate structured backups is finished for owner " + owner);
+}
+
+std::vector<PrefixFileList> tRepository::findBackups(const std::string& dir,
+                                                     const std::string& prefix,
+                                                     const std::string& owner) {
+    log("Find list of backups by mask '" + prefix + "_YYMMDDHHMM' in the directory '" + dir + "'");
+    Paths names;
+    transport_->ListDir(dir, names);
+    std::vector<PrefixFileList> backups;
+    for (const std::string& name : names) {
+        if (name == DISCOVERED) {
+            continue;
+        }
+        std::string refusal;
+        const std::string label = readLabel(name, prefix, refusal);
+        if (!label.empty()) {
+            refusal = refuseBackup(*this, joinPath(dir, name), owner);
+        }
+        if (refusal.empty()) {
+            backups.push_back({label, {name}});
+        } else {
+            log(refusal);
+        }
+    }
+    return backups;
+}
+
+}  // namespace zelvo
