@@ -33,6 +33,18 @@ std::unique_ptr<tRepository> tRepository::GetRepository(const std::string& url,
                                          withSubdir ? GetRepositorySubDir() : "", passive);
 }
 
+std::unique_ptr<tRepository> tRepository::GetFileRepository(const std::string& url,
+                                                            const std::string& password,
+                                                            bool passive, std::string& name) {
+    std::string base;
+    DecomposeUrl(url, base, name);
+    if (GetUrlPlace(base).empty()) {
+        // It would be taken for the root of the file system.
+        throw EXC(RepositoryError) % ("url '" + GetUrlPlace(url) + "' has no directory");
+    }
+    return GetRepository(base, password, passive, false);
+}
+
 std::unique_ptr<tRepository> tRepository::GetLocalRepository(bool withSubdir) {
     const std::string path = GetLocalRepoPath();
     if (path.empty()) {

@@ -45,6 +45,11 @@ class tRepository {
     static std::unique_ptr<tRepository> GetRepository(const std::string& url,
                                                       const std::string& password, bool passive,
                                                       bool withSubdir);
+    // The one with the file of a URL in its top directory; name gets the file, which may be empty.
+    // Raises RepositoryError for a URL without directory.
+    static std::unique_ptr<tRepository> GetFileRepository(const std::string& url,
+                                                          const std::string& password, bool passive,
+                                                          std::string& name);
     // The one in the dump directory of the panel's configuration. Raises RepositoryException when
     // that is empty.
     static std::unique_ptr<tRepository> GetLocalRepository(bool withSubdir);
@@ -123,17 +128,26 @@ class tRepository {
     std::uint64_t GetDiskUsage(const std::string& type, const std::string& guid,
                                const std::string& owner);
 
-    // ---- packing, export and import: url names a file of another repository.
+    // ---- packing, export and import: url names a file of another repository, with a directory.
 
+    // Packs files of source into an archive here; one whose name ends in ".tgz" or ".gz" is
+    // compressed (gzip). dir: of source; the archive has its files without it. The first takes all
+    // that is below it. Raise ArchiverError.
     void PackFromRepo(tRepository& source, const std::string& dir, const std::string& file);
+    // files: below dir. extension: without a dot; may be empty. splitSize: 0, others are refused.
+    // additionalFiles: local ones, which come to the top of the archive.
     void PackFromRepo(tRepository& source, const std::string& dir, const Paths& files,
                       const std::string& filename, const std::string& extension,
                       std::uint64_t splitSize, const Paths& additionalFiles);
-    // filename: of the archive in target, without extension; empty for that of the dump.
+    // Packs a backup with its info document signed. filename: of the archive in target, without
+    // extension; empty for that of the dump. extension: without a dot; "tgz" if empty.
     void ExportToRepo(const std::string& infoPath, tRepository& target, const std::string& filename,
                       const std::string& extension);
+    // The last component of url may be empty: the archive is named as the dump.
     void Export(const std::string& infoPath, const std::string& url, const std::string& password,
                 bool passive);
+    // Copies an archive with its parts; of a copy that fails nothing is left. Raises
+    // RepositoryError, also for one that is there already.
     void PackedExportToRepo(const std::string& path, tRepository& target,
                             const std::string& targetPath);
     void PackedExport(const std::string& path, const std::string& url, const std::string& password,
@@ -172,6 +186,10 @@ class tRepository {
     std::unique_ptr<irepostream> openToRead(const std::string& path);
     // Makes the directory if there is none.
     void requireDir(const std::string& path);
+    // Writes an archive to file. files: below dir.
+    void pack(tRepository& source, const std::string& dir, const Paths& files,
+              const Paths& additionalFiles, const std::string& file);
+    void copyParts(const Paths& parts, tRepository& target, const Paths& targets);
     // The structured backups of an owner in a directory. prefix: the info documents' names without
     // label. Only those that are sound; the others are told in the log.
     std::vector<PrefixFileList> findBackups(const std::string& dir, const std::string& prefix,

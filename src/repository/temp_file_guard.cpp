@@ -27,4 +27,14 @@ void TempFileGuard::remove() {
     }
 }
 
+TempDirGuard::TempDirGuard() : path_(RMK_makeTempFileDirectory("", "repository-")) {}
+
+TempDirGuard::~TempDirGuard() {
+    boost::system::error_code error;
+    boost::filesystem::remove_all(path_, error);
+    if (error) {
+        LogError("Unable to delete temporary directory " + path_ + ": " + error.message());
+    }
+}
+
 }  // namespace zelvo

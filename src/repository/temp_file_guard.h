@@ -1,4 +1,4 @@
-// Local temporary files of the repository.
+// Local temporary files and directories of the repository.
 #pragma once
 
 #include <string>
@@ -25,6 +25,22 @@ class TempFileGuard {
 
   private:
     // Empty for a file that is another guard's or gone.
+    std::string path_;
+};
+
+// A temporary directory that only root can enter, gone with its guard and with all that is in it;
+// what hinders that is told in the log.
+class TempDirGuard {
+  public:
+    // Raises CantCreateTempDir.
+    TempDirGuard();
+    ~TempDirGuard();
+    TempDirGuard(const TempDirGuard&) = delete;
+    TempDirGuard& operator=(const TempDirGuard&) = delete;
+
+    const std::string& path() const { return path_; }
+
+  private:
     std::string path_;
 };
 

@@ -1,0 +1,110 @@
+// The half of tRepository that packs files into an archive.
+#include <algorithm>
+#include <fstream>
+
+#include "exec/log_exec_cmd.h"
+#include "repository/archive_formats.h"
+#include "repository/names.h"
+#include "repository/path_guard.h"
+#include "repository/repository.h"
+#include "repository/temp_file_guard.h"
+
+namespace zelvo {
+
+namespace {
+
+// An end for links that lead in a circle.
+constexpr int kMaxDepth = 64;
+
+// Appends the files below a directory of root, as paths relative to root: what a transport fetches
+// are files alone.
+void listFiles(tRepositoryTransport& transport, const std::string& root, const std::string& dir,
+               int depth, Paths& files) {
+    Paths names;
+    transport.ListDir(joinPath(root, dir), names);
+    for (const std::string& name : names) {
+        const std::string file = joinPath(dir, name);
+        if (!transport.IsDirExist(joinPath(root, file))) {
+            files.push_back(file);
+        } else if (depth < kMaxDepth) {
+            listFiles(transport, root, file, depth + 1, files);
+        } else {
+            throw EXC(tRepository::ArchiverError) % (file + " is too deep");
+        }
+    }
+}
+
+TempFileGuard makeTempFile(const std::string& text) {
+    TempFileGuard guard(GetTempFilePath());
+    std::ofstream out(guard.path(), std::ios::binary);
+    out << text;
+    out.close();
+    if (out.fail()) throw OutputStreamException();
+    return guard;
+}
+
+// A temporary file with names as tar takes them from a list, in which none is an option; on a
+// command line there is no room for those of a big backup.
+TempFileGuard makeList(const Paths& names) {
+    std::string text;
+    for (const std::string& name : names) {
+        text += name + '\0';
+    }
+    return makeTempFile(text);
+}
+
+Paths fileNames(const Paths& paths) {
+    Paths names(paths.size());
+    std::transform(paths.begin(), paths.end(), names.begin(), fileNameOf);
+    return names;
+}
+
+bool asksForGzip(const std::string& name) {
+    return name.ends_with(".tgz") || name.ends_with(".gz");
+}
+
+}  // namespace
+
+void tRepository::PackFromRepo(tRepository& source, const std::string& dir,
+                               const std::string& file) {
+    log("Pack from " + source.place() + "/" + dir + " to " + file);
+    Paths files;
+    listFiles(source.transport(), dir, "", 0, files);
+    pack(source, dir, files, {}, file);
+}
+
+void tRepository::PackFromRepo(tRepository& source, const std::string& dir, const Paths& files,
+                               const std::string& filename, const std::string& extension,
+                               std::uint64_t splitSize, const Paths& additionalFiles) {
+    log("Pack from " + source.place() + "/" + dir + " to directory " + place() +
+        " using: filename " + filename + ", extension " + extension +
+        ". Addditional files count: " + std::to_string(additionalFiles.size()) +
+        ". Split size: " + std::to_string(splitSize));
+    if (splitSize != 0) {
+        throw EXC(ArchiverError) % "Multivolume packing not implemented";
+    }
+    pack(source, dir, files, additionalFiles,
+         extension.empty() ? filename : filename + "." + extension);
+}
+
+void tRepository::pack(tRepository& source, const std::string& dir, const Paths& files,
+                       const Paths& additionalFiles, const std::string& file) {
+    TempFileGuard archive(GetTempFilePath());
+    const TempFileGuard list = makeList(files);
+    const TempFileGuard additionalList = makeList(fileNames(additionalFiles));
+    tLogExecCmd tar(TAR_UTIL);
+    tar << (asksForGzip(file) ? "-czf" : "-cf") << archive.path() << "-C"
+        << source.transport().GetLocalDirFiles(dir, files) << "--null"
+        << "--files-from=" + list.path();
+    if (!additionalFiles.empty()) {
+        tar << "-C" << parentOf(additionalFiles.front()) << "--files-from=" + additionalList.path();
+    }
+    if (tar.exec(std::nothrow) != 0) {
+        throw EXC(ArchiverError) % ("from " + source.place() + "/" + dir + " to " + place() + "/" +
+                                    file + ":\n" + tar.stderr);
+    }
+    Put(archive.path(), file);
+    archive.remove();
+}
+
+}  // namespace zelvo
