@@ -1,12 +1,12 @@
 // The half of tRepository that packs files into an archive.
 #include <algorithm>
-#include <fstream>
 
 #include "exec/log_exec_cmd.h"
 #include "repository/archive_formats.h"
 #include "repository/names.h"
 #include "repository/path_guard.h"
 #include "repository/repository.h"
+#include "repository/tar_command.h"
 #include "repository/temp_file_guard.h"
 
 namespace zelvo {
@@ -32,15 +32,6 @@ void listFiles(tRepositoryTransport& transport, const std::string& root, const s
             throw EXC(tRepository::ArchiverError) % (file + " is too deep");
         }
     }
-}
-
-TempFileGuard makeTempFile(const std::string& text) {
-    TempFileGuard guard(GetTempFilePath());
-    std::ofstream out(guard.path(), std::ios::binary);
-    out << text;
-    out.close();
-    if (out.fail()) throw OutputStreamException();
-    return guard;
 }
 
 // A temporary file with names as tar takes them from a list, in which none is an option; on a

@@ -152,6 +152,11 @@ class tRepository {
                             const std::string& targetPath);
     void PackedExport(const std::string& path, const std::string& url, const std::string& password,
                       bool passive);
+    // Turns an archive of source, that of one backup, into that backup. ownerType: the highest
+    // object type that it may have. ownerGuid: of its object or its owner. Raise ImportException
+    // for a dump of another and for an archive with anything that is no part of one dump, before
+    // anything is written; RepositoryException, ArchiverError. An import that fails on the way is
+    // undone by RollbackTransaction.
     DumpImportResult ImportFromRepo(tRepository& source, const std::string& path,
                                     const std::string& ownerType, const std::string& ownerGuid);
     DumpImportResult Import(const std::string& url, const std::string& password, bool passive,
@@ -190,6 +195,12 @@ class tRepository {
     void pack(tRepository& source, const std::string& dir, const Paths& files,
               const Paths& additionalFiles, const std::string& file);
     void copyParts(const Paths& parts, tRepository& target, const Paths& targets);
+    // Notes in the transaction what an import of files will make below dest. Raises ImportException
+    // for a file that is there: nothing is overwritten.
+    void noteImport(const std::string& dest, const Paths& files);
+    // Makes imported files a backup of this repository.
+    void finishImport(const std::string& dest, const std::string& infoName, const Paths& files);
+    std::vector<ValidationResult> GetPackedBackupProps(const std::string& path);
     // The structured backups of an owner in a directory. prefix: the info documents' names without
     // label. Only those that are sound; the others are told in the log.
     std::vector<PrefixFileList> findBackups(const std::string& dir, const std::string& prefix,

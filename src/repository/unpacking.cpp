@@ -4,39 +4,16 @@
 #include <boost/filesystem/operations.hpp>
 
 #include "repository/archive_extraction.h"
+#include "repository/archive_volumes.h"
 #include "repository/path_guard.h"
 #include "repository/repository.h"
 #include "repository/safe_create_dir.h"
-#include "repository/urls.h"
 
 namespace zelvo {
 
 namespace {
 
 namespace fs = boost::filesystem;
-
-// The local file of a volume. Without this a part that is missing in the middle would show when
-// what is in front of it has been unpacked, and a pipe would be read without end.
-std::string requireVolume(const std::string& directory, const std::string& name) {
-    std::string path = fs::absolute(joinPath(directory, relativePath(name))).string();
-    boost::system::error_code error;
-    if (!fs::is_regular_file(path, error)) {
-        throw EXC(TransportError) % ("File '" + path + "' not found");
-    }
-    return path;
-}
-
-// The local files with what the volumes hold.
-Paths bringVolumes(tRepositoryTransport& transport, const Paths& volumes) {
-    std::string base;
-    Paths names;
-    DecomposeUrls(volumes, base, names);
-    const std::string directory = transport.GetLocalDirFiles(base, names);
-    Paths files(names.size());
-    std::transform(names.begin(), names.end(), files.begin(),
-                   [&](const std::string& name) { return requireVolume(directory, name); });
-    return files;
-}
 
 // Where what goes to a directory of a transport is made.
 std::string localPlace(tRepositoryTransport& transport, const std::string& dest) {

@@ -1,0 +1,197 @@
+// The half of tRepository that turns an archive into a structured backup.
+#include <algorithm>
+#include <boost/algorithm/string/join.hpp>
+#include <set>
+
+#include "repository/archive_extraction.h"
+#include "repository/archive_listing.h"
+#include "repository/archive_volumes.h"
+#include "repository/discovered_items.h"
+#include "repository/file_parts.h"
+#include "repository/imported_files.h"
+#include "repository/info_xml_reader.h"
+#include "repository/names.h"
+#include "repository/object_types.h"
+#include "repository/path_guard.h"
+#include "repository/repository.h"
+#include "repository/repository_log.h"
+#include "repository/temp_file_guard.h"
+
+namespace zelvo {
+
+namespace {
+
+[[noreturn]] void refuse(const std::string& reason) {
+    throw ImportException(EXC(ImportError) % reason, DumpImportStatus::kNew);
+}
+
+// What an import needs to know of an archive.
+struct PackedDump {
+    // The members.
+    Paths files;
+    std::string infoName;
+    // Of the object.
+    std::string type;
+    // The discovered items of the object's own.
+    Paths items;
+};
+
+// The info document among what stands at the top of an archive.
+std::string findInfo(const Paths& topFiles, const std::string& archive) {
+    Paths documents;
+    std::copy_if(topFiles.begin(), topFiles.end(), std::back_inserter(documents),
+                 [](const std::string& file) { return file.ends_with(".xml"); });
+    if (documents.size() > 1) {
+        refuse("root of arhive " + archive + " contains more than 1 xml file");
+    }
+    if (documents.empty()) {
+        refuse("root of arhive " + archive + " does no contains xml files");
+    }
+    return documents.front();
+}
+
+void requireInfoName(const std::string& name) {
+    try {
+        GetInfoXmlsLabel(name);
+    } catch (const ExTraceable& failure) {
+        LogMsg(failure);
+        refuse("bad name of info file");
+    }
+}
+
+// archive: its name, for messages.
+PackedDump readPackedDump(const Paths& volumes, const std::string& archive) {
+    PackedDump dump;
+    dump.files = ListPlainArchive(volumes);
+    const TempDirGuard itemsDir;
+    const TempDirGuard topDir;
+    Paths items;
+    ExtractArchiveSubDir(volumes, itemsDir.path(), DISCOVERED, items);
+    Paths topFiles;
+    ExtractArchiveRoot(volumes, topDir.path(), topFiles);
+    dump.infoName = findInfo(topFiles, archive);
+    requireInfoName(dump.infoName);
+    const std::string own = GetDiscoveredDir(dump.infoName) + "/";
+    std::copy_if(items.begin(), items.end(), std::back_inserter(dump.items),
+                 [&](const std::string& item) { return item.starts_with(own); });
+    const auto transport = tRepositoryTransport::Get(topDir.path());
+    tInfoXmlReader reader(transport.get(), dump.infoName);
+    reader.ReadObject();
+    dump.type = reader.object_type();
+    return dump;
+}
+
+// The directories that an import makes.
+class NewDirs {
+  public:
+    explicit NewDirs(tRepositoryTransport& transport) : transport_(transport) {}
+
+    // Whether a directory is not there yet; notes the topmost one above it that is not.
+    bool contain(const std::string& dir) {
+        for (auto end = dir.find('/');; end = dir.find('/', end + 1)) {
+            const std::string upper = dir.substr(0, end);
+            if (!upper.empty() && !there_.contains(upper)) {
+                if (made_.contains(upper) || !transport_.IsDirExist(upper)) {
+                    made_.insert(upper);
+                    return true;
+                }
+                there_.insert(upper);
+            }
+            if (end == std::string::npos) {
+                return false;
+            }
+        }
+    }
+
+    const std::set<std::string>& made() const { return made_; }
+
+  private:
+    tRepositoryTransport& transport_;
+    std::set<std::string> there_;
+    std::set<std::string> made_;
+};
+
+// Where the dump goes in a repository.
+std::string destinationOf(const PackedDump& dump) {
+    const std::string group = GetObjectTypeGroupDir(dump.type);
+    if (group.empty()) {
+        return "";
+    }
+    std::string id;
+    if (std::count_if(dump.items.begin(), dump.items.end(), [&](const std::string& item) {
+            return readDiscoveredItem(fileNameOf(item), D_ITEM_OBJECT_ID, id);
+        }) > 1) {
+        refuse("Dump has more than one object id");
+    }
+    return joinPath(group, GetObjectId(dump.items));
+}
+
+}  // namespace
+
+DumpImportResult tRepository::ImportFromRepo(tRepository& source, const std::string& path,
+                                             const std::string& ownerType,
+                                             const std::string& ownerGuid) {
+    LogStep(logPrefix_ + "Import from " + source.place() + "/" + path);
+    try {
+        const Paths parts = GetFileParts(source.transport(), path);
+        const PackedDump dump =
+            readPackedDump(bringVolumes(source.transport(), parts), fileNameOf(path));
+        const std::string dest = destinationOf(dump);
+        const std::string infoPath = joinPath(dest, dump.infoName);
+        if (transport_->IsExist(infoPath)) {
+            return {infoPath, DumpImportStatus::kAlreadyThere};
+        }
+        CheckObjectType(dump.type, ownerType);
+        CheckObjectGuid(dump.items, ownerGuid);
+        Paths statuses;
+        CheckImportedFiles(dump.infoName, dump.files, D_ITEM_STATUS, statuses);
+        noteImport(dest, dump.files);
+        finishImport(dest, dump.infoName, source.UnpackToRepo(parts, *this, dest, {}));
+        return {infoPath, DumpImportStatus::kNew};
+    } catch (const Exc<&TransportError>& failure) {
+        LogMsg(failure);
+        throw;
+    }
+}
+
+// Before the first byte: an archive that cannot be unpacked to its end leaves files as well.
+void tRepository::noteImport(const std::string& dest, const Paths& files) {
+    NewDirs newDirs(*transport_);
+    for (const std::string& file : files) {
+        const std::string path = joinPath(dest, file);
+        if (!newDirs.contain(parentOf(path)) && !path.ends_with('/') && transport_->IsExist(path)) {
+            refuse("file '" + path + "' exists");
+        }
+    }
+    for (const std::string& file : files) {
+        if (!file.ends_with('/')) {
+            transaction_->AddCreatedFile(joinPath(dest, file));
+        }
+    }
+    for (const std::string& dir : newDirs.made()) {
+        transaction_->AddCreatedDir(dir);
+    }
+}
+
+void tRepository::finishImport(const std::string& dest, const std::string& infoName,
+                               const Paths& files) {
+    log(boost::join(files, ", "));
+    Paths statuses;
+    CheckImportedFiles(infoName, files, D_ITEM_STATUS, statuses);
+    // The verdict of another machine.
+    log("Found files to delete: " + boost::join(statuses, ", "));
+    for (const std::string& status : statuses) {
+        transport_->Delete(joinPath(dest, status));
+    }
+    CreateRepositoryIndexFromImported(files);
+}
+
+DumpImportResult tRepository::Import(const std::string& url, const std::string& password,
+                                     bool passive, const std::string& ownerType,
+                                     const std::string& ownerGuid) {
+    std::string name;
+    const std::unique_ptr<tRepository> source = GetFileRepository(url, password, passive, name);
+    return ImportFromRepo(*source, name, ownerType, ownerGuid);
+}
+
+}  // namespace zelvo

@@ -1,0 +1,41 @@
+// The half of tRepository that checks packed backups.
+#include <algorithm>
+
+#include "repository/archive_listing.h"
+#include "repository/archive_volumes.h"
+#include "repository/file_parts.h"
+#include "repository/repository.h"
+#include "repository/repository_log.h"
+#include "repository/temp_file_guard.h"
+
+namespace zelvo {
+
+std::vector<ValidationResult> tRepository::ValidatePackedBackup(const std::string& path) {
+    log("Validate packed backup " + path);
+    return GetPackedBackupProps(path);
+}
+
+std::vector<ValidationResult> tRepository::GetPackedBackupProps(const std::string& path) {
+    log("Get packed backup properties from " + path);
+    try {
+        const Paths parts = GetFileParts(*transport_, path);
+        // A link in it would have the check read and write in another place.
+        ListPlainArchive(bringVolumes(*transport_, parts));
+        const TempDirGuard dir;
+        tRepository unpacked(dir.path(), "", "", "", false);
+        const Paths files = UnpackToRepo(parts, unpacked, "", {});
+        const auto info = std::find_if(files.begin(), files.end(), [](const std::string& file) {
+            return file.ends_with(".xml") && file.find('/') == std::string::npos;
+        });
+        if (info == files.end()) {
+            throw EXC(RepositoryError) % ("file '" + path + "' holds no info document");
+        }
+        // The archive may bring along a verdict of its own.
+        return unpacked.ValidateBackup(*info, true);
+    } catch (const ExTraceable& failure) {
+        LogMsg(failure);
+        return {{BackupStatus::kWrongFormat, failure.what(), {path}}};
+    }
+}
+
+}  // namespace zelvo

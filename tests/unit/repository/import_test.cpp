@@ -1,0 +1,156 @@
+#include "repository/discovered_items.h"
+#include "repository_rig.h"
+
+namespace zelvo {
+namespace {
+
+class Import : public RepositoryRig {
+  protected:
+    // Makes an archive of a client's dump, then has a shell change what is packed.
+    // Returns the name of the archive.
+    std::string pack(const std::string& change) const {
+        const std::string script =
+            "rm -rf \"$1/a\" && mkdir -p \"$1/a/.discovered/p_info_1203011530\" \"$1/a/d\" && "
+            "cd \"$1/a\" && i=.discovered/p_info_1203011530 && "
+            "printf '<client guid=\"G\"><cid path=\"d\"><content-file>p_y_1203011530.tar"
+            "</content-file></cid></client>' > p_info_1203011530.xml && "
+            "echo x > p_x_1203011530.tgz && echo y > d/p_y_1203011530.tar && "
+            "touch $i/GUID_G $i/objectid_7 $i/owner_O $i/size_5 $i/status_OK && add= && " +
+            change + " && tar -czPf \"$1/in.tgz\" $add $(ls -A)";
+        EXPECT_EQ(0, system(("sh -c '" + quoted(script) + "' sh " + dir_.path("")).c_str()))
+            << change;
+        return "in.tgz";
+    }
+    static std::string quoted(const std::string& script) {
+        std::string text;
+        for (const char c : script) text += c == '\'' ? "'\\''" : std::string(1, c);
+        return text;
+    }
+    std::string importTold(const std::string& type = "client", const std::string& guid = "O") {
+        return messageOf([&] { repository_.Import(dir_.path("in.tgz"), "", false, type, guid); });
+    }
+
+    const std::string info_ = "clients/7/p_info_1203011530.xml";
+};
+
+TEST_F(Import, MakesABackupThatIsFoundAndChecked) {
+    pack("true");
+    const DumpImportResult result =
+        repository_.Import(dir_.path("in.tgz"), "", false, "reseller", "O");
+    EXPECT_EQ(info_, result.path);
+    EXPECT_EQ(DumpImportStatus::kNew, result.status);
+    const std::string items = "clients/7/.discovered/p_info_1203011530/";
+    EXPECT_EQ(
+        sorted(".discovered/G_7 " + info_ +
+               " clients/7/p_x_1203011530.tgz "
+               "clients/7/d/p_y_1203011530.tar " +
+               items + "GUID_G " + items + "objectid_7 " + items + "owner_O " + items + "size_5"),
+        files());
+    std::vector<BackupInfo> found;
+    repository_.BackupsList("client", "G", "O", found, true);
+    ASSERT_EQ(1U, found.size());
+    EXPECT_EQ(BackupStatus::kOk, found[0].validation.at(0).status);
+    EXPECT_EQ(DumpImportStatus::kAlreadyThere,
+              repository_.Import(dir_.path("in.tgz"), "", false, "client", "O").status);
+    // What an export makes of it can be imported, and is to be checked anew.
+    repository_.Export(info_, dir_.path("in.tgz"), "", false);
+    const std::string before = files();
+    repository_.DeleteBackup(info_);
+    EXPECT_EQ(
+        "", messageOf([&] { repository_.Import(dir_.path("in.tgz"), "", false, "client", "G"); }));
+    EXPECT_EQ(before, sorted(files() + items + "status_OK"));
+}
+
+// Catches: an archive that writes anywhere, or leaves anything, although it is not one sound dump.
+TEST_F(Import, RefusesWhatIsNotOneDumpOfTheOwner) {
+    const struct {
+        const char* change;
+        const char* told;
+    } rows[] = {
+        {"echo > q_info_1203011530.xml", "root of arhive in.tgz contains more than 1 xml file"},
+        {"rm p_info_1203011530.xml", "root of arhive in.tgz does no contains xml files"},
+        {"mv p_info_1203011530.xml p_info_12.xml", "bad name of info file"},
+        {"echo > p_x_1203011531.tgz",
+         "Dump has wrong format. Archive file 'p_x_1203011531.tgz' does not match to dump label "
+         "'1203011530'"},
+        {"echo > d/q_x_1203011530.tgz",
+         "Dump has wrong format. Archive file 'd/q_x_1203011530.tgz' does not match to dump prefix "
+         "'p'"},
+        {"mkdir d/.discovered && cp -r $i d/.discovered/q_info_1203011530",
+         "Dump has wrong format. Discovered dir 'q_info_1203011530' does not match to dump prefix "
+         "'p'"},
+        {"touch .discovered/p_7",
+         "Dump has wrong format. Discovered dir 'p_7' does not match to dump label '1203011530'"},
+        {"echo > ../p_z_1203011530.tgz && add=../p_z_1203011530.tgz",
+         "Dump has wrong format. Member '../p_z_1203011530.tgz' is no name of a repository"},
+        {"add=/etc/hostname",
+         "Dump has wrong format. Member '/etc/hostname' is no name of a repository"},
+        {"ln -s ../other p_l_1203011530.tgz", "is neither a file nor a directory"},
+        {"ln d/p_y_1203011530.tar p_l_1203011530.tgz", "is neither a file nor a directory"},
+        {"mkfifo p_l_1203011530.tgz", "is neither a file nor a directory"},
+        {"rm $i/objectid_7", " Dump not have object id"},
+        {"rm $i/owner_O", " Dump does not match to guid O"},
+        {"rm $i/owner_O && mkdir -p .discovered/p_o_info_1203011530 && touch "
+         ".discovered/p_o_info_1203011530/owner_O",
+         " Dump does not match to guid O"},
+        {"sed -i s/client/server/g p_info_1203011530.xml", " Dump does not match to type client"},
+        {"touch $i/objectid_8", "Dump has more than one object id"},
+        {"mv $i/objectid_7 $i/objectid_..", "is no single component"},
+        {"mv $i/GUID_G $i/GUID_", "is no single component"},
+        {"mkdir $i/GUID_H && touch $i/GUID_H/x", "is no single component"},
+        {"mv $i/objectid_7 $i/objectid_9 && echo > p_there_1203011530.tgz",
+         "file 'clients/9/p_there_1203011530.tgz' exists"},
+    };
+    for (const auto& row : rows) {
+        std::filesystem::remove_all(dir_.path("r"));
+        make("clients/9/p_there_1203011530.tgz");
+        pack(row.change);
+        EXPECT_NE(std::string::npos, importTold().find(row.told))
+            << row.change << ": " << importTold();
+        EXPECT_EQ("clients/9/p_there_1203011530.tgz ", files());
+        EXPECT_EQ("", files(dir_.path("other")));
+    }
+}
+
+// Catches: half an import that stays, and one that takes along what was there.
+TEST_F(Import, IsUndone) {
+    make("clients/7/q_info_1203011530.xml clients/7/d/q_x_1203011530.tgz");
+    const std::string before = files();
+    pack("head -c 3000000 /dev/urandom > p_z_1203011530.tgz");
+    repository_.BeginTransaction();
+    repository_.Import(dir_.path("in.tgz"), "", false, "client", "O");
+    EXPECT_NE(before, files());
+    repository_.RollbackTransaction();
+    EXPECT_EQ(before, files());
+    // The index cannot be written when all else is there.
+    std::ofstream(dir_.path("r/.discovered")) << "in the way";
+    repository_.BeginTransaction();
+    EXPECT_NE("", importTold());
+    repository_.RollbackTransaction();
+    EXPECT_EQ(sorted(".discovered " + before), files());
+}
+
+TEST_F(Import, ChecksPackedBackups) {
+    const struct {
+        const char* change;
+        const char* status;
+    } rows[] = {
+        {"true", "OK"},
+        {"rm d/p_y_1203011530.tar", "CONTENT-ERROR"},
+        {"sed -i s/client/other/g p_info_1203011530.xml", "WRONG-FORMAT"},
+        {"rm p_info_1203011530.xml", "WRONG-FORMAT"},
+        {"rm -r .discovered && ln -s ../other .discovered", "WRONG-FORMAT"},
+        {"echo '<client>bad</client>' > p_info_1203011530.xml", "SIGN-ERROR"},
+    };
+    for (const auto& row : rows) {
+        std::filesystem::copy_file(dir_.path(pack(row.change)), dir_.path("r/in.tgz"),
+                                   std::filesystem::copy_options::overwrite_existing);
+        EXPECT_EQ(row.status,
+                  GetBackupStatusStr(repository_.ValidatePackedBackup("in.tgz").at(0).status))
+            << row.change;
+        EXPECT_EQ("", files(dir_.path("other")));
+    }
+}
+
+}  // namespace
+}  // namespace zelvo
