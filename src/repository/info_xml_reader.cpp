@@ -33,6 +33,9 @@ ContentEntry readEntry(XmlTextReader& reader) {
 void tInfoXmlReader::RetreaveXmlInfo() {
     if (fetchedPath_.empty()) {
         fetchedPath_ = transport_->GetLocalFile(path_);
+        if (!transport_->GetReceivingDir().empty()) {
+            fetchedCopy_.emplace(fetchedPath_);
+        }
         localPath_ = fetchedPath_;
     }
 }

@@ -78,6 +78,8 @@ class tInfoXmlReader {
     std::string objectType_ = "server";
     std::string objectGuid_;
     std::string fetchedPath_;
+    // Of a document that is far away: what stays there is not fetched by the next reader.
+    std::optional<TempFileGuard> fetchedCopy_;
     std::string localPath_;
     // None before the check.
     std::optional<bool> isSignGood_;

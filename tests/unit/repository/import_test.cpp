@@ -1,3 +1,4 @@
+#include "ftp_server.h"
 #include "repository/discovered_items.h"
 #include "repository_rig.h"
 
@@ -128,6 +129,37 @@ TEST_F(Import, IsUndone) {
     EXPECT_NE("", importTold());
     repository_.RollbackTransaction();
     EXPECT_EQ(sorted(".discovered " + before), files());
+}
+
+// Catches: an operation that takes the files of a repository for local ones.
+TEST_F(Import, GoesToAndFromServers) {
+    const FtpServer server(FtpServer::Kind::kPyftpdlib, dir_.path("server"));
+    const std::string root = server.root() + "/repo";
+    tRepository far("ftp://127.0.0.1:" + std::to_string(server.port()) + "/repo", server.login(),
+                    server.password(), "", true);
+    tRepository near(dir_.path(""), "", "", "", false);
+    far.PutInfo("b/x_1203011530.tgz", "x");
+    for (const char* name : {"x_1203011531.tgz", "x_1203011532.tgz", "a x_1203011533.tgz"}) {
+        near.PackedExportToRepo(pack("true"), far, std::string("b/") + name);
+    }
+    far.RotateFileBackup("b", "x.tgz", 2);
+    EXPECT_FALSE(std::filesystem::exists(root + "/b/x_1203011530.tgz"));
+    EXPECT_EQ(BackupStatus::kOk, far.ValidatePackedBackup("b/x_1203011532.tgz").at(0).status);
+    EXPECT_EQ(info_, far.ImportFromRepo(far, "b/x_1203011531.tgz", "client", "O").path);
+    for (int i = 0; i < 2; ++i) {
+        std::vector<BackupInfo> found;
+        far.BackupsList("client", "G", "O", found, true);
+        ASSERT_EQ(1U, found.size());
+        EXPECT_EQ(BackupStatus::kOk, found[0].validation.at(0).status);
+    }
+    far.ExportToRepo(info_, near, "in", "tgz");
+    far.RotateStructuredBackup("O", "clients/7/p_info", 0);
+    EXPECT_EQ(
+        ".discovered/G_7 b/a x_1203011533.tgz b/x_1203011531.tgz b/x_1203011532.tgz "
+        "clients/7/.discovered/ clients/7/d/ ",
+        files(root));
+    far.ImportFromRepo(near, "in.tgz", "client", "O");
+    EXPECT_TRUE(std::filesystem::exists(root + "/" + info_));
 }
 
 TEST_F(Import, ChecksPackedBackups) {
