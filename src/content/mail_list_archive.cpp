@@ -81,8 +81,9 @@ void makeArchivesDir() {
 }
 
 void makeDirectoriesOf(const std::string& listName, const std::string& side) {
+    const std::string place = side + "/";
     for (const std::string& directory : directoriesOf(listName)) {
-        makeAs(side + "/" + directory, getListArchivesDir() + directory);
+        makeAs(place + directory, getListArchivesDir() + directory);
     }
 }
 

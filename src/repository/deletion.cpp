@@ -12,6 +12,10 @@ namespace zelvo {
 
 namespace {
 
+std::string notDeleted(const std::string& dir, const std::string& reason) {
+    return "Unable to delete directory '" + dir + "': " + reason;
+}
+
 void requireDump(tRepositoryTransport& transport, const std::string& path) {
     if (!transport.IsExist(path) && !transport.IsDirExist(GetDiscoveredDir(path))) {
         throw EXC(RepositoryError) % ("file " + path + " not exists");
@@ -40,9 +44,7 @@ void tRepository::DeleteBackup(const std::string& path) {
     }
     for (const std::string& dir : found.discovered) {
         toleratedInWords([&] { DeleteDir(dir); }, "unknown error",
-                         [&](const std::string& reason) {
-                             log("Unable to delete directory '" + dir + "': " + reason);
-                         });
+                         [&](const std::string& reason) { log(notDeleted(dir, reason)); });
     }
 }
 

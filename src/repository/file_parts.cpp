@@ -10,15 +10,15 @@ namespace zelvo {
 
 namespace {
 
-// What is a part of name among the entries of dir.
+// What is a part of a file among the entries of dir.
 std::vector<FilePart> findParts(tRepositoryTransport& transport, const std::string& dir,
-                                const std::string& name) {
+                                const std::string& whole) {
     std::vector<std::string> entries;
     transport.ListDir(dir, entries);
     std::vector<FilePart> parts;
     for (const std::string& entry : entries) {
         FilePart part{dir + entry, 0};
-        if (IsSplittedPart(name, entry, part.number) && !transport.IsDirExist(part.name)) {
+        if (IsSplittedPart(whole, entry, part.number) && !transport.IsDirExist(part.name)) {
             parts.push_back(part);
         }
     }

@@ -15,6 +15,10 @@ namespace zelvo {
 
 namespace {
 
+std::string notRetrieved(const std::string& path, const std::string& reason) {
+    return "Error: unable to retreave backup info from " + path + ": " + reason;
+}
+
 void ReadPropsFromXml(tRepositoryTransport& transport, const std::string& path,
                       std::string& description) {
     LogMsg("Read properties from xml " + path);
@@ -151,8 +155,7 @@ void tRepository::BackupsList(const std::string& type, const std::string& guid,
         for (const std::string& name : names) {
             toleratedInWords([&] { lister.append(dir, name); }, "unknown error",
                              [&](const std::string& reason) {
-                                 log("Error: unable to retreave backup info from " +
-                                     joinPath(dir, name + ".xml") + ": " + reason);
+                                 log(notRetrieved(joinPath(dir, name + ".xml"), reason));
                              });
         }
     }

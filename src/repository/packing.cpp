@@ -18,12 +18,12 @@ constexpr int kMaxDepth = 64;
 
 // Appends the files below a directory of root, as paths relative to root: what a transport fetches
 // are files alone.
-void listFiles(tRepositoryTransport& transport, const std::string& root, const std::string& dir,
+void listFiles(tRepositoryTransport& transport, const std::string& root, const std::string& below,
                int depth, Paths& files) {
     Paths names;
-    transport.ListDir(joinPath(root, dir), names);
+    transport.ListDir(joinPath(root, below), names);
     for (const std::string& name : names) {
-        const std::string file = joinPath(dir, name);
+        const std::string file = joinPath(below, name);
         if (!transport.IsDirExist(joinPath(root, file))) {
             files.push_back(file);
         } else if (depth < kMaxDepth) {

@@ -21,7 +21,7 @@ std::string readLabel(const std::string& name, const std::string& prefix, std::s
         return "";
     }
     const std::string stem = GetInfoXmlDir(name);
-    const std::string label = FileMatchToPrefix(stem, prefix) ? stem.substr(prefix.size() + 1) : "";
+    std::string label = FileMatchToPrefix(stem, prefix) ? stem.substr(prefix.size() + 1) : "";
     if (label.empty() || !DiscoveredMatchToLabel(stem, label)) {
         refusal = "The file '" + name + "' is not valid backup file name!";
         return "";

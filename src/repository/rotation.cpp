@@ -15,6 +15,15 @@ void requireRotationCount(int keep) {
     }
 }
 
+namespace {
+
+std::string verdict(const std::string& head, const char* before, const std::string& name,
+                    const char* behind) {
+    return head + before + name + behind;
+}
+
+}  // namespace
+
 void removeOldest(std::vector<PrefixFileList> backups, int keep, const std::string& head,
                   const std::function<void(const std::string&)>& log,
                   const std::function<void(const std::string&)>& remove) {
@@ -22,7 +31,7 @@ void removeOldest(std::vector<PrefixFileList> backups, int keep, const std::stri
     const auto count = std::ssize(backups) - keep;
     for (std::ptrdiff_t i = 0; i < count; ++i) {
         const std::string& name = backups[static_cast<std::size_t>(i)].files.front();
-        const std::string refusal = head + "Cannot delete backup '" + name + "'due to ";
+        const std::string refusal = verdict(head, "Cannot delete backup '", name, "'due to ");
         log("Rotation: Remove backup:");
         const bool isGone = tolerated([&] { remove(name); },
                                       [&](const ExTraceable& failure) {
@@ -31,7 +40,7 @@ void removeOldest(std::vector<PrefixFileList> backups, int keep, const std::stri
                                       },
                                       [&] { log(refusal + "unknown error"); });
         if (isGone) {
-            log(head + "The backup '" + name + "'have been remove");
+            log(verdict(head, "The backup '", name, "'have been remove"));
         }
     }
 }

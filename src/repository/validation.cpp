@@ -24,7 +24,7 @@ std::string missingContent(tRepositoryTransport& transport, tInfoXmlReader& read
                            const std::string& infoPath, const Paths& files) {
     for (const ContentEntry& entry : reader.ReadContent()) {
         for (const std::string& name : entry.files) {
-            const std::string path = contentPath(infoPath, entry, name);
+            std::string path = contentPath(infoPath, entry, name);
             if (!IsValidContentFile(transport, path, files)) {
                 return path;
             }

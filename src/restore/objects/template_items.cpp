@@ -82,7 +82,7 @@ void appendTemplateItems(const XmlNode& node, CmdLine& cmd, OptionNames names,
     // A template has few of all the items: those that it lacks are not worth a query each.
     const std::set<std::string> keys = keysOf(node);
     for (const TemplateRow& row : table) {
-        if (isOfItem(row.rule) && keys.count(row.key) == 0) {
+        if (isOfItem(row.rule) && !keys.contains(row.key)) {
             continue;
         }
         const std::string option = optionOf(row, names);
