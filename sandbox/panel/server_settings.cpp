@@ -48,8 +48,9 @@ void checkOptions(const Request& request, std::span<const Allowed> table) {
         throw Refusal(std::string(request.command.word) + " needs an option");
     }
     for (const auto& [name, value] : request.options) {
-        const auto* row = std::find_if(table.data(), table.data() + table.size(),
-                                       [&](const Allowed& one) { return one.option == name; });
+        const auto* row =
+            std::find_if(table.data(), table.data() + table.size(),
+                         [&option = name](const Allowed& one) { return one.option == option; });
         if (row == table.data() + table.size()) {
             throw Refusal("unknown option -" + name);
         }

@@ -54,7 +54,8 @@ tLogExecCmd mysqlClient(const DbServerAccess& server, const std::string& databas
 // twice. What stands around these words differs from client to client.
 bool refusedOption(const tLogExecCmd& mysql) {
     const std::string firstLine = mysql.stderr.substr(0, mysql.stderr.find('\n'));
-    return firstLine.find("unknown option '--no-defaults'") != std::string::npos;
+    return !firstLine.starts_with("ERROR ") &&
+           firstLine.find("unknown option '--no-defaults'") != std::string::npos;
 }
 
 // The client goes on behind a statement that failed and ends with 0 all the same; what it says of

@@ -24,6 +24,24 @@ class UnpackingFailure : public ExTraceable {
     UnpackingFailure* clone() const override { return new UnpackingFailure(*this); }
 };
 
+// The messages of a failure and of all that caused it.
+class Reasons : public ExInfoVisitor {
+  public:
+    void setCode(const std::string&) override {}
+    void setMessage(const std::string& message) override {
+        text_ += (text_.empty() ? "" : ": ") + message;
+    }
+    void setContext(const std::string&) override {}
+    void setFile(const std::string&) override {}
+    void setLine(int) override {}
+    void advanceToInnerException() override {}
+
+    const std::string& text() const { return text_; }
+
+  private:
+    std::string text_;
+};
+
 [[noreturn]] void raise(const std::string& what, const std::string& reason) {
     throw UnpackingFailure(what + ": " + reason);
 }
@@ -38,7 +56,9 @@ auto inWords(const std::string& what, const std::string& unknown, Work&& work) {
         throw;
     } catch (const ExTraceable& failure) {
         theDebugLog->log(failure);
-        raise(what, failure.what());
+        Reasons reasons;
+        failure.accept(reasons);
+        raise(what, reasons.text());
     } catch (const std::exception& failure) {
         theDebugLog->log(std::string(failure.what()));
         raise(what, failure.what());

@@ -65,7 +65,10 @@ void requireRegularBelow(const std::string& path, const IsFine& isFine) {
     if (top == fs::file_type::directory) {
         for (fs::recursive_directory_iterator entry(path, error), end; !error && entry != end;
              entry.increment(error)) {
-            requireRegular(entry->path(), entry->symlink_status(error).type(), isFine);
+            const fs::file_type type = entry->symlink_status(error).type();
+            if (type != fs::file_type::not_found) {
+                requireRegular(entry->path(), type, isFine);
+            }
         }
     }
     // What could not be looked at is not known to be regular; what has gone meanwhile is gone.

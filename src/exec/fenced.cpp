@@ -5,6 +5,7 @@
 #include "exec/destination_directory.h"
 #include "exec/write_fence.h"
 #include "report/debug_log.h"
+#include "report/error_functions.h"
 
 namespace zelvo {
 
@@ -30,7 +31,15 @@ void execFenced(tLogExecCmd& command, const std::string& directory) {
 }
 
 int execFenced(tLogExecCmd& command, const std::string& directory, std::nothrow_t) {
-    return behindFence(command, directory, [&] { return command.exec(std::nothrow); });
+    return behindFence(command, directory, [&] {
+        try {
+            return command.exec();
+        } catch (const Exc<&ExecCmd::Failed>& failure) {
+            theDebugLog->log(failure);
+            forgetFailure();
+            return static_cast<int>(command.retCode);
+        }
+    });
 }
 
 }  // namespace zelvo

@@ -12,7 +12,7 @@ namespace zelvo {
 // log, where the machine grants none. directory: as openDestination takes it. Raises what that and
 // the command's exec raise. Needs theDebugLog.
 void execFenced(tLogExecCmd& command, const std::string& directory);
-// The same with the other form of exec; returns the command's code.
+// Returns the command's code, whatever it is; a code other than 0 is in the debug log.
 int execFenced(tLogExecCmd& command, const std::string& directory, std::nothrow_t);
 
 }  // namespace zelvo

@@ -2,6 +2,7 @@
 
 #include <boost/algorithm/string/join.hpp>
 
+#include "exec/excerpt.h"
 #include "exec/fenced.h"
 #include "exec/told_name.h"
 #include "repository/archive_formats.h"
@@ -58,6 +59,13 @@ bool hasLostInput(const tLogExecCmd& command) {
     return ("\n" + command.stderr).find("\ncat: ") != std::string::npos;
 }
 
+// What the command said, shortened: an archive of many members can have one for each.
+std::string complaints(const tLogExecCmd& command) {
+    std::string text = command.stderr;
+    Excerpt(text, "").shorten();
+    return text;
+}
+
 // Runs tar on the volumes and fills result. whatFailed: the text of the failure. withReason: what
 // the command said comes behind that.
 void extract(tLogExecCmd tar, const Paths& volumes, const std::string& dest,
@@ -65,7 +73,7 @@ void extract(tLogExecCmd tar, const Paths& volumes, const std::string& dest,
     ArchiverRun run = SendFilesToTar(tar, volumes);
     if (execFenced(run.command, dest, std::nothrow) != 0 || hasLostInput(run.command)) {
         throw EXC(tRepository::ArchiverError) %
-            (whatFailed + (withReason ? run.command.stderr : ""));
+            (whatFailed + (withReason ? complaints(run.command) : ""));
     }
     result = namesOfListing(run.command.stdout);
 }

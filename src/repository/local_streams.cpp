@@ -1,5 +1,7 @@
 #include "repository/local_streams.h"
 
+#include <sys/stat.h>
+
 #include <cerrno>
 #include <cstring>
 
@@ -10,6 +12,11 @@ namespace zelvo {
 void tLocalInStream::open() {
     if (is_open()) {
         return;
+    }
+    // A pipe would be waited for without end, and a device may have none.
+    struct stat status {};
+    if (stat(path_.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode)) {
+        throw EXC(TransportError) % ("unable to read file " + path_ + ": it is no file");
     }
     errno = 0;
     std::ifstream::open(path_, std::ios::in | std::ios::binary);

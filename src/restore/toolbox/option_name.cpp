@@ -31,8 +31,8 @@ const std::string& requireOptionName(const std::string& name, const std::string&
 
 const std::string& requireAccountOption(const std::string& name, const std::string& what) {
     return requireOptionName(name, what,
-                             {"passwd", "login", "name", "pname", "owner", "email", "uid", "guid",
-                              "ownership", "status", "creation-date", "notify", "force"});
+                             {"passwd", "login", "owner", "email", "uid", "guid", "ownership",
+                              "status", "creation-date", "notify", "force"});
 }
 
 }  // namespace zelvo
