@@ -4,7 +4,7 @@
 #include "commons/termination.h"
 #include "deployer/agents_list.h"
 #include "deployer/deploy_dump.h"
-#include "deployer/signals.h"
+#include "commons/signals.h"
 #include "deployer/translate_dump.h"
 #include "report/debug_log.h"
 #include "report/result_log.h"

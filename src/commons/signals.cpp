@@ -1,4 +1,4 @@
-#include "deployer/signals.h"
+#include "commons/signals.h"
 
 #include <csignal>
 
