@@ -17,6 +17,8 @@ class DebugLog {
     virtual void log(const boost::format& text) = 0;
     // Writes the plain text form of the failure with all that caused it.
     virtual void log(const ExTraceable& failure) = 0;
+    // A failure in words that the work goes on behind.
+    virtual void error(const std::string& text) { log(text); }
     virtual bool isVerboseMode() const = 0;
     virtual bool isDebugMode() const = 0;
 };

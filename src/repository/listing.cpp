@@ -1,6 +1,6 @@
 // The half of tRepository that lists structured backups.
-#include <algorithm>
 #include <charconv>
+#include <set>
 
 #include "repository/discovered_items.h"
 #include "repository/info_xml_reader.h"
@@ -63,18 +63,23 @@ void completeBackupInfo(tRepositoryTransport& transport, const std::string& path
     SetDateFromPath(info, path);
 }
 
-// A list of the backups of an object.
+}  // namespace
+
+// A list of backups.
 class BackupsLister {
   public:
-    // owner: a GUID; empty for any.
-    BackupsLister(tRepository& repository, const std::string& type, const std::string& guid,
-                  const std::string& owner, bool validate, std::vector<BackupInfo>& result)
+    // guid, owner: of the object and its owner; empty for any.
+    BackupsLister(tRepository& repository, std::string guid, const std::string& owner,
+                  bool validate, std::vector<BackupInfo>& result)
         : repository_(repository),
-          // The server has the root for itself.
-          guid_(type == "server" ? "" : guid),
+          guid_(std::move(guid)),
           owner_(owner),
           validate_(validate),
-          result_(result) {}
+          result_(result) {
+        for (const BackupInfo& info : result) {
+            listed_.insert(info.path);
+        }
+    }
 
     // Appends a dump, by the name of its discovered directory. dir: of its info document.
     void append(const std::string& dir, const std::string& name) {
@@ -82,7 +87,7 @@ class BackupsLister {
         const std::string items = GetDiscoveredDir(path);
         tRepositoryTransport& transport = repository_.transport();
         // Items of the index are files.
-        if (isListed(path) || !transport.IsDirExist(items)) {
+        if (listed_.contains(path) || !transport.IsDirExist(items)) {
             return;
         }
         if (!transport.IsExist(path)) {
@@ -97,25 +102,20 @@ class BackupsLister {
             if (validate_) {
                 info.validation = repository_.ValidateBackup(path, false);
             }
+            listed_.insert(path);
             result_.push_back(info);
         }
     }
 
   private:
-    bool isListed(const std::string& path) const {
-        return std::any_of(result_.begin(), result_.end(),
-                           [&](const BackupInfo& info) { return info.path == path; });
-    }
-
     tRepository& repository_;
-    // Empty for any.
     std::string guid_;
     const std::string& owner_;
     bool validate_;
     std::vector<BackupInfo>& result_;
+    // Paths.
+    std::set<std::string> listed_;
 };
-
-}  // namespace
 
 BackupInfo tRepository::GetInitialBackupInfo(const std::string& discoveredDir) {
     log("Get initial backup info from dir " + discoveredDir);
@@ -143,8 +143,20 @@ void tRepository::BackupsList(const std::string& type, const std::string& guid,
                               const std::string& owner, std::vector<BackupInfo>& result,
                               bool validate) {
     log("List backups of type " + type + " for guid " + guid);
-    BackupsLister lister(*this, type, guid, owner, validate, result);
-    for (const std::string& dir : searchObjectDirs(type, guid)) {
+    // The server has the root for itself.
+    BackupsLister lister(*this, type == "server" ? "" : guid, owner, validate, result);
+    listBackups(searchObjectDirs(type, guid), type, lister);
+}
+
+void tRepository::AllBackupsList(const std::string& owner, std::vector<BackupInfo>& result,
+                                 bool validate) {
+    log("List all backups");
+    BackupsLister lister(*this, "", owner, validate, result);
+    listBackups(allObjectDirs(), "object", lister);
+}
+
+void tRepository::listBackups(const Paths& dirs, const std::string& type, BackupsLister& lister) {
+    for (const std::string& dir : dirs) {
         const std::string all = joinPath(dir, DISCOVERED);
         if (!transport_->IsDirExist(all)) {
             log("'.discovered' directory for '" + type + "' '" + fileNameOf(dir) + "' not found");
@@ -153,10 +165,11 @@ void tRepository::BackupsList(const std::string& type, const std::string& guid,
         Paths names;
         transport_->ListDir(all, names);
         for (const std::string& name : names) {
-            toleratedInWords([&] { lister.append(dir, name); }, "unknown error",
-                             [&](const std::string& reason) {
-                                 log(notRetrieved(joinPath(dir, name + ".xml"), reason));
-                             });
+            toleratedInWords(
+                [&] { lister.append(dir, name); }, "unknown error",
+                [&](const std::string& reason) {
+                    LogError(logPrefix_ + notRetrieved(joinPath(dir, name + ".xml"), reason));
+                });
         }
     }
 }

@@ -23,6 +23,34 @@ std::vector<std::string> ownerTypes(const std::string& type) {
     return types;
 }
 
+// The directories of the objects of one type.
+Paths objectsIn(tRepositoryTransport& transport, const std::string& groupDir) {
+    Paths names;
+    if (transport.IsDirExist(groupDir)) {
+        transport.ListDir(groupDir, names);
+    }
+    Paths dirs;
+    for (const std::string& name : names) {
+        if (isComponent(name) && transport.IsDirExist(joinPath(groupDir, name))) {
+            dirs.push_back(joinPath(groupDir, name));
+        }
+    }
+    return dirs;
+}
+
+// Appends the directories of all objects below dir. types: those that can stand there, the highest
+// first.
+void collectObjects(tRepositoryTransport& transport, const std::string& dir,
+                    const std::vector<std::string>& types, Paths& found) {
+    for (auto type = types.begin(); type != types.end(); ++type) {
+        for (const std::string& object :
+             objectsIn(transport, joinPath(dir, GetObjectTypeGroupDir(*type)))) {
+            found.push_back(object);
+            collectObjects(transport, object, {type + 1, types.end()}, found);
+        }
+    }
+}
+
 class ObjectSearch {
   public:
     ObjectSearch(tRepositoryTransport& transport, const std::string& type, const Paths& ids)
@@ -50,15 +78,8 @@ class ObjectSearch {
     }
 
     void searchBelow(const std::string& groupDir, const std::vector<std::string>& owners) {
-        if (!transport_.IsDirExist(groupDir)) {
-            return;
-        }
-        Paths names;
-        transport_.ListDir(groupDir, names);
-        for (const std::string& name : names) {
-            if (isComponent(name) && transport_.IsDirExist(joinPath(groupDir, name))) {
-                searchIn(joinPath(groupDir, name), owners);
-            }
+        for (const std::string& dir : objectsIn(transport_, groupDir)) {
+            searchIn(dir, owners);
         }
     }
 
@@ -86,6 +107,12 @@ Paths tRepository::searchObjectDirs(const std::string& type, const std::string& 
         search.searchIn("", ownerTypes(type));
     }
     return search.found();
+}
+
+Paths tRepository::allObjectDirs() {
+    Paths found{""};
+    collectObjects(*transport_, "", {"reseller", "client", "domain"}, found);
+    return found;
 }
 
 }  // namespace zelvo

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -17,6 +18,8 @@
 namespace zelvo {
 
 using Paths = std::vector<std::string>;
+
+class BackupsLister;
 
 // What an import answers.
 struct DumpImportResult {
@@ -108,6 +111,9 @@ class tRepository {
     // type.
     void BackupsList(const std::string& type, const std::string& guid, const std::string& owner,
                      std::vector<BackupInfo>& result, bool validate = false);
+    // The same of every object.
+    void AllBackupsList(const std::string& owner, std::vector<BackupInfo>& result,
+                        bool validate = false);
     // Appends the archives of a directory. mask: a regular expression (Perl's) on names; empty for
     // any. Raises RepositoryError for one that is none.
     void PackedBackupsList(const std::string& dir, const std::string& mask,
@@ -182,6 +188,11 @@ class tRepository {
     // and label, with extension.
     void RotateStructuredBackup(const std::string& owner, const std::string& prefix, int keep);
     void RotateFileBackup(const std::string& dir, const std::string& mask, int keep);
+    // What they would do with each entry of the directory. Leave nothing behind, no verdict either.
+    std::vector<RotationDecision> PlanStructuredRotation(const std::string& owner,
+                                                         const std::string& prefix, int keep);
+    std::vector<RotationDecision> PlanFileRotation(const std::string& dir, const std::string& mask,
+                                                   int keep);
 
   private:
     // Writes a line with the name of the repository.
@@ -201,16 +212,27 @@ class tRepository {
     // Makes imported files a backup of this repository.
     void finishImport(const std::string& dest, const std::string& infoName, const Paths& files);
     std::vector<ValidationResult> GetPackedBackupProps(const std::string& path);
-    // The structured backups of an owner in a directory. prefix: the info documents' names without
-    // label. Only those that are sound; the others are told in the log.
-    std::vector<PrefixFileList> findBackups(const std::string& dir, const std::string& prefix,
-                                            const std::string& owner);
+    // The sound structured backups of an owner. prefix: as of RotateStructuredBackup. validate:
+    // gets the path of an info document. The other entries of the directory are told in the log and
+    // added to others.
+    using Validation = std::function<std::vector<ValidationResult>(const std::string&)>;
+    std::vector<PrefixFileList> findBackups(const std::string& prefix, const std::string& owner,
+                                            const Validation& validate,
+                                            std::vector<RotationDecision>& others);
+    // The archives of a directory that fit a mask; as above.
+    std::vector<PrefixFileList> findPackedBackups(const std::string& dir, const std::string& mask,
+                                                  std::vector<RotationDecision>& others);
     // Stores the verdict on a dump in the place of an earlier one; a store that refuses it is told
     // in the log.
     void storeStatus(const std::string& infoPath, BackupStatus status);
     ValidationResult checkBackup(const std::string& infoPath, const Paths& files);
-    // The directories that can hold the dumps of an object.
+    // The stored verdict on a dump, or else that of a check, which is not stored.
+    std::vector<ValidationResult> peekAtStatus(const std::string& infoPath);
+    // Lists what stands in directories of dumps. type: of their objects, for messages.
+    void listBackups(const Paths& dirs, const std::string& type, BackupsLister& lister);
+    // The directories that can hold the dumps of an object, and those of every object.
     Paths searchObjectDirs(const std::string& type, const std::string& guid);
+    Paths allObjectDirs();
     // Makes the directory of the discovered items of a dump and returns its path.
     std::string makeDiscoveredDir(const std::string& path, const std::string& name);
 

@@ -25,6 +25,10 @@ void LogVerboseMsg(const std::string& text) {
 }
 
 void LogStep(const std::string& text) { tell(text); }
-void LogError(const std::string& text) { tell(text); }
+void LogError(const std::string& text) {
+    if (theDebugLog != nullptr) {
+        theDebugLog->error(text);
+    }
+}
 
 }  // namespace zelvo
