@@ -92,6 +92,28 @@ class FoundBackups {
 void tRepository::RotateFileBackup(const std::string& dir, const std::string& mask, int keep) {
     LogStep(logPrefix_ + "Rotate file backups is started");
     requireRotationCount(keep);
+    std::vector<RotationDecision> others;
+    const std::vector<PrefixFileList> backups = findPackedBackups(dir, mask, others);
+    removeOldest(
+        backups, keep, "Rotation: ", [this](const std::string& line) { log(line); },
+        [&](const std::string& name) { DeletePackedBackup(joinPath(dir, name)); });
+    log("Rotate file backups is finished");
+}
+
+std::vector<RotationDecision> tRepository::PlanFileRotation(const std::string& dir,
+                                                            const std::string& mask, int keep) {
+    requireRotationCount(keep);
+    std::vector<RotationDecision> decisions;
+    const std::vector<PrefixFileList> backups = findPackedBackups(dir, mask, decisions);
+    for (const RotationDecision& decision : planRotation(backups, keep)) {
+        decisions.push_back(decision);
+    }
+    return decisions;
+}
+
+std::vector<PrefixFileList> tRepository::findPackedBackups(const std::string& dir,
+                                                           const std::string& mask,
+                                                           std::vector<RotationDecision>& others) {
     const BackupMask parts(mask);
     log("Find list of backups by mask '" + parts.prefix + "_YYMMDDHHMM" + parts.extension + "*'");
     log("List files from " + dir);
@@ -102,16 +124,14 @@ void tRepository::RotateFileBackup(const std::string& dir, const std::string& ma
         const std::string reason = found.refuse(entry.name);
         if (!reason.empty()) {
             log("Rotation: the file '" + entry.name + "' " + reason);
+            others.push_back({entry.name, false, reason});
         }
     }
-    const std::vector<PrefixFileList> backups = found.whole();
+    std::vector<PrefixFileList> backups = found.whole();
     for (const PrefixFileList& backup : backups) {
         log("Found backup: '" + backup.label + "', file '" + backup.files.front() + "'");
     }
-    removeOldest(
-        backups, keep, "Rotation: ", [this](const std::string& line) { log(line); },
-        [&](const std::string& name) { DeletePackedBackup(joinPath(dir, name)); });
-    log("Rotate file backups is finished");
+    return backups;
 }
 
 }  // namespace zelvo

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "repository/discovered_items.h"
+#include "repository/dump_owner.h"
 #include "repository/names.h"
 #include "repository/path_guard.h"
 #include "repository/repository.h"
@@ -40,8 +41,7 @@ bool isOwnedBy(tRepository& repository, const std::string& path, const std::stri
                                           [&](const std::string& value) { return value == owner; });
 }
 
-bool isSound(tRepository& repository, const std::string& path) {
-    const std::vector<ValidationResult> results = repository.ValidateBackup(path, false);
+bool isSound(const std::vector<ValidationResult>& results) {
     return std::all_of(results.begin(), results.end(), [](const ValidationResult& result) {
         return result.status == BackupStatus::kOk;
     });
@@ -49,8 +49,9 @@ bool isSound(tRepository& repository, const std::string& path) {
 
 // Why a backup is not counted; empty if it is. The owner is asked first: a check leaves its verdict
 // with the backup, and that of another owner is none of ours.
-std::string refuseBackup(tRepository& repository, const std::string& path,
-                         const std::string& owner) {
+std::string refuseBackup(
+    tRepository& repository, const std::string& path, const std::string& owner,
+    const std::function<std::vector<ValidationResult>(const std::string&)>& validate) {
     const std::string name = fileNameOf(path);
     const std::string broken = "The backup : " + name + " is not valid!";
     std::string refusal = broken;
@@ -60,7 +61,7 @@ std::string refuseBackup(tRepository& repository, const std::string& path,
                 refusal = "The file '" + name + "' is not valid backup file name!";
             } else if (!isOwnedBy(repository, path, owner)) {
                 refusal = "Rotation: the file '" + name + "' is not backup of owner " + owner;
-            } else if (isSound(repository, path)) {
+            } else if (isSound(validate(path))) {
                 refusal.clear();
             }
         },
@@ -75,8 +76,10 @@ void tRepository::RotateStructuredBackup(const std::string& owner, const std::st
     LogStep(logPrefix_ + "Rotate structured backups is started for owner " + owner);
     requireRotationCount(keep);
     requireName(owner, "owner");
-    const std::string dir = parentOf(prefix);
-    const std::vector<PrefixFileList> backups = findBackups(dir, fileNameOf(prefix), owner);
+    std::vector<RotationDecision> others;
+    const std::vector<PrefixFileList> backups = findBackups(
+        prefix, owner, [this](const std::string& path) { return ValidateBackup(path, false); },
+        others);
     if (backups.empty()) {
         log("The backup list is empty. Nothing to rotate.");
         return;
@@ -87,14 +90,37 @@ void tRepository::RotateStructuredBackup(const std::string& owner, const std::st
     }
     removeOldest(
         backups, keep, "Rotation:", [this](const std::string& line) { log(line); },
-        [&](const std::string& name) { DeleteBackup(joinPath(dir, name)); });
+        [&](const std::string& name) { DeleteBackup(joinPath(parentOf(prefix), name)); });
     log("Rotate structured backups is finished for owner " + owner);
 }
 
-std::vector<PrefixFileList> tRepository::findBackups(const std::string& dir,
-                                                     const std::string& prefix,
-                                                     const std::string& owner) {
-    log("Find list of backups by mask '" + prefix + "_YYMMDDHHMM' in the directory '" + dir + "'");
+std::vector<RotationDecision> tRepository::PlanStructuredRotation(const std::string& owner,
+                                                                  const std::string& prefix,
+                                                                  int keep) {
+    requireRotationCount(keep);
+    requireName(owner, "owner");
+    const std::string dir = parentOf(prefix);
+    std::vector<RotationDecision> decisions;
+    const std::vector<PrefixFileList> backups = findBackups(
+        prefix, owner, [this](const std::string& path) { return peekAtStatus(path); }, decisions);
+    for (RotationDecision& decision : planRotation(backups, keep)) {
+        if (decision.isRemoved &&
+            IsPartOfAnotherDump(*transport_, dir, GetInfoXmlsLabel(decision.name),
+                                GetDumpPrefix(decision.name))) {
+            decision = {decision.name, false, "is part of another backup"};
+        }
+        decisions.push_back(decision);
+    }
+    return decisions;
+}
+
+std::vector<PrefixFileList> tRepository::findBackups(const std::string& prefix,
+                                                     const std::string& owner,
+                                                     const Validation& validate,
+                                                     std::vector<RotationDecision>& others) {
+    const std::string dir = parentOf(prefix);
+    const std::string mask = fileNameOf(prefix);
+    log("Find list of backups by mask '" + mask + "_YYMMDDHHMM' in the directory '" + dir + "'");
     Paths names;
     transport_->ListDir(dir, names);
     std::vector<PrefixFileList> backups;
@@ -103,14 +129,15 @@ std::vector<PrefixFileList> tRepository::findBackups(const std::string& dir,
             continue;
         }
         std::string refusal;
-        const std::string label = readLabel(name, prefix, refusal);
+        const std::string label = readLabel(name, mask, refusal);
         if (!label.empty()) {
-            refusal = refuseBackup(*this, joinPath(dir, name), owner);
+            refusal = refuseBackup(*this, joinPath(dir, name), owner, validate);
         }
         if (refusal.empty()) {
             backups.push_back({label, {name}});
         } else {
             log(refusal);
+            others.push_back({name, false, refusal});
         }
     }
     return backups;

@@ -16,8 +16,18 @@ struct PrefixFileList {
     bool operator<(const PrefixFileList& other) const { return label < other.label; }
 };
 
+// What a rotation does with one entry of a directory.
+struct RotationDecision {
+    std::string name;
+    bool isRemoved = false;
+    std::string reason;
+};
+
 // Raises RepositoryException for a number of backups that is negative.
 void requireRotationCount(int keep);
+
+// What removeOldest does with each.
+std::vector<RotationDecision> planRotation(std::vector<PrefixFileList> backups, int keep);
 
 // Removes the oldest backups until keep are left. One that cannot be removed is told and counts as
 // gone. log: writes a line. head: of the lines on one backup. remove: gets the name of a backup.

@@ -59,6 +59,14 @@ std::vector<ValidationResult> tRepository::ValidateBackup(const std::string& pat
     }
 }
 
+std::vector<ValidationResult> tRepository::peekAtStatus(const std::string& infoPath) {
+    const Paths stored = GetDiscoveredItems(infoPath, D_ITEM_STATUS);
+    if (!stored.empty()) {
+        return {{GetBackupStatusVal(stored.front()), "", {}}};
+    }
+    return {checkBackup(infoPath, {})};
+}
+
 ValidationResult tRepository::checkBackup(const std::string& infoPath, const Paths& files) {
     tInfoXmlReader reader(transport_, infoPath);
     if (!reader.ValidateZelvoXsd()) {
