@@ -12,7 +12,7 @@ export WERROR ?= $(if $(CI),ON,OFF)
         coverage install clean
 
 build: configure
-	@cmake --build build -j $(JOBS) --target deployer
+	@cmake --build build -j $(JOBS) --target deployer restorectl
 
 # Installs what is missing of packages.txt (Debian 12, as root).
 setup:
@@ -26,7 +26,7 @@ all: configure
 	@cmake --build build -j $(JOBS)
 
 demo: configure
-	@cmake --build build -j $(JOBS) --target deployer sandbox-enter
+	@cmake --build build -j $(JOBS) --target deployer restorectl sandbox-enter
 	@./examples/demo build/bin
 
 test: all

@@ -196,6 +196,7 @@ void fillProduct(const std::string& root, const BoxOptions& options) {
         makeLink(utility, root + "/" + name);
     }
     makeLink(options.utilities + "/panel-show", root + "/bin/panel-show");
+    makeLink(root + "/RMK/backup_sign", root + "/admin/sbin/backup_sign");
 }
 
 // ---- the namespace -------------------------------------------------------

@@ -204,6 +204,8 @@ std::string Sandbox::sessionDir() const { return state_ + "/session"; }
 
 std::string Sandbox::deployer() { return std::string(kProgramsDir) + "/deployer"; }
 
+std::string Sandbox::restorectl() { return std::string(kProgramsDir) + "/restorectl"; }
+
 Lines Sandbox::deployment(const std::string& more) {
     Lines arguments{"--deploy-dump", "--no-repository", "--session-path", sessionPath()};
     std::istringstream words(more);

@@ -90,6 +90,7 @@ class Sandbox {
     std::string sessionDir() const;
     const std::string& statePath() const { return state_; }
     static std::string deployer();
+    static std::string restorectl();
     // The arguments for deploying the session's dump; more of them in words.
     static Lines deployment(const std::string& more = "");
 

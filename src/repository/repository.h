@@ -188,7 +188,7 @@ class tRepository {
     // and label, with extension.
     void RotateStructuredBackup(const std::string& owner, const std::string& prefix, int keep);
     void RotateFileBackup(const std::string& dir, const std::string& mask, int keep);
-    // What they would do with each entry of the directory. Leave nothing behind, no verdict either.
+    // What they would do with each backup that fits. Leave nothing behind, no verdict either.
     std::vector<RotationDecision> PlanStructuredRotation(const std::string& owner,
                                                          const std::string& prefix, int keep);
     std::vector<RotationDecision> PlanFileRotation(const std::string& dir, const std::string& mask,
@@ -213,15 +213,14 @@ class tRepository {
     void finishImport(const std::string& dest, const std::string& infoName, const Paths& files);
     std::vector<ValidationResult> GetPackedBackupProps(const std::string& path);
     // The sound structured backups of an owner. prefix: as of RotateStructuredBackup. validate:
-    // gets the path of an info document. The other entries of the directory are told in the log and
-    // added to others.
+    // gets the path of an info document. The other entries of the directory are told in the log;
+    // those of them that have the name of such a backup are added to others.
     using Validation = std::function<std::vector<ValidationResult>(const std::string&)>;
     std::vector<PrefixFileList> findBackups(const std::string& prefix, const std::string& owner,
                                             const Validation& validate,
                                             std::vector<RotationDecision>& others);
-    // The archives of a directory that fit a mask; as above.
-    std::vector<PrefixFileList> findPackedBackups(const std::string& dir, const std::string& mask,
-                                                  std::vector<RotationDecision>& others);
+    // The archives of a directory that fit a mask; the other entries are told in the log.
+    std::vector<PrefixFileList> findPackedBackups(const std::string& dir, const std::string& mask);
     // Stores the verdict on a dump in the place of an earlier one; a store that refuses it is told
     // in the log.
     void storeStatus(const std::string& infoPath, BackupStatus status);

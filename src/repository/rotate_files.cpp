@@ -92,8 +92,7 @@ class FoundBackups {
 void tRepository::RotateFileBackup(const std::string& dir, const std::string& mask, int keep) {
     LogStep(logPrefix_ + "Rotate file backups is started");
     requireRotationCount(keep);
-    std::vector<RotationDecision> others;
-    const std::vector<PrefixFileList> backups = findPackedBackups(dir, mask, others);
+    const std::vector<PrefixFileList> backups = findPackedBackups(dir, mask);
     removeOldest(
         backups, keep, "Rotation: ", [this](const std::string& line) { log(line); },
         [&](const std::string& name) { DeletePackedBackup(joinPath(dir, name)); });
@@ -103,17 +102,11 @@ void tRepository::RotateFileBackup(const std::string& dir, const std::string& ma
 std::vector<RotationDecision> tRepository::PlanFileRotation(const std::string& dir,
                                                             const std::string& mask, int keep) {
     requireRotationCount(keep);
-    std::vector<RotationDecision> decisions;
-    const std::vector<PrefixFileList> backups = findPackedBackups(dir, mask, decisions);
-    for (const RotationDecision& decision : planRotation(backups, keep)) {
-        decisions.push_back(decision);
-    }
-    return decisions;
+    return planRotation(findPackedBackups(dir, mask), keep);
 }
 
 std::vector<PrefixFileList> tRepository::findPackedBackups(const std::string& dir,
-                                                           const std::string& mask,
-                                                           std::vector<RotationDecision>& others) {
+                                                           const std::string& mask) {
     const BackupMask parts(mask);
     log("Find list of backups by mask '" + parts.prefix + "_YYMMDDHHMM" + parts.extension + "*'");
     log("List files from " + dir);
@@ -124,7 +117,6 @@ std::vector<PrefixFileList> tRepository::findPackedBackups(const std::string& di
         const std::string reason = found.refuse(entry.name);
         if (!reason.empty()) {
             log("Rotation: the file '" + entry.name + "' " + reason);
-            others.push_back({entry.name, false, reason});
         }
     }
     std::vector<PrefixFileList> backups = found.whole();

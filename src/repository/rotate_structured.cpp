@@ -137,7 +137,9 @@ std::vector<PrefixFileList> tRepository::findBackups(const std::string& prefix,
             backups.push_back({label, {name}});
         } else {
             log(refusal);
-            others.push_back({name, false, refusal});
+            if (!label.empty()) {
+                others.push_back({name, false, refusal});
+            }
         }
     }
     return backups;

@@ -16,7 +16,7 @@ struct PrefixFileList {
     bool operator<(const PrefixFileList& other) const { return label < other.label; }
 };
 
-// What a rotation does with one entry of a directory.
+// What a rotation does with one backup, and why.
 struct RotationDecision {
     std::string name;
     bool isRemoved = false;

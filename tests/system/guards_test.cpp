@@ -319,6 +319,37 @@ rm list)"});
     expectCompanyRestored(box);
 }
 
+// A night's backup that went to an FTP server, and from there onto another machine.
+TEST(Example, GoesToAnotherMachineThroughRepositories) {
+    Sandbox box;
+    prepareExample(box, kCompany);
+    const ProcessResult bringing =
+        box.runCommand({"/bin/sh", "-ec", R"(
+cd "$1"; backup=backup_info_2605041200.xml
+"$2/examples/make-backup" "$1" "$1/from" 2605041200 guid-1
+mkdir store other
+/usr/bin/python3 -m pyftpdlib -i 127.0.0.1 -p 2121 -w -d store -u night@shift -P 's3:cr/et' \
+    >/dev/null 2>&1 &
+trap "kill $!" EXIT
+curl -s --retry 60 --retry-connrefused --retry-delay 1 -u night@shift:s3:cr/et ftp://127.0.0.1:2121/
+export RESTORECTL_OTHER_PASSWORD=s3:cr/et
+store=ftp://night%40shift@127.0.0.1:2121
+"$0" backup list --repository from
+"$0" backup export --repository from $backup --to $store/
+RESTORECTL_PASSWORD=s3:cr/et "$0" backup check --repository $store backup_2605041200.tgz
+"$0" backup import --repository other --from $store/backup_2605041200.tgz --guid guid-1
+rm -r from store
+"$0" backup check --repository other
+)",
+                        Sandbox::restorectl(), Sandbox::sessionPath(), SOURCE_DIR});
+    EXPECT_EQ(bringing.exitStatus, 0) << bringing.err;
+    EXPECT_EQ(countOf(bringing.out, "  OK\n"), 2) << bringing.out;
+    EXPECT_TRUE(box.succeeds({"--deploy-dump", "--session-path", Sandbox::sessionPath(),
+                              "--repository-url", Sandbox::sessionPath() + "/other"})
+                    .out.empty());
+    expectCompanyRestored(box);
+}
+
 // The rows whose failures are tried, with the numbers of their calls.
 std::vector<std::pair<std::size_t, int>> chosen(const Rules& rules) {
     const char* const wish = std::getenv("GUARDS");
