@@ -43,12 +43,19 @@ bool isSound(const std::vector<ValidationResult>& results) {
     });
 }
 
+void sortByDate(std::vector<BackupInfo>& backups) {
+    std::sort(backups.begin(), backups.end(), [](const BackupInfo& a, const BackupInfo& b) {
+        return std::pair(a.GetDateTime(), a.path) < std::pair(b.GetDateTime(), b.path);
+    });
+}
+
 Paths filesOf(tRepository& repository, const std::string& path) {
     if (!isStructured(path)) {
         return GetFileParts(repository.transport(), path);
     }
     DumpFiles found = FindDumpFiles(repository.transport(), path);
     found.files.insert(found.files.end(), found.discovered.begin(), found.discovered.end());
+    std::sort(found.files.begin(), found.files.end());
     return found.files;
 }
 

@@ -18,7 +18,11 @@ std::string dateOf(const CreationDateMixin& date);
 std::string verdictOf(const std::vector<ValidationResult>& results);
 bool isSound(const std::vector<ValidationResult>& results);
 
-// All files of a backup, with the directories of its items. path: in the repository.
+// The oldest first.
+void sortByDate(std::vector<BackupInfo>& backups);
+
+// All files of a backup, with the directories of its items, in the order of their names or parts.
+// path: in the repository.
 Paths filesOf(tRepository& repository, const std::string& path);
 
 }  // namespace zelvo

@@ -17,6 +17,7 @@ std::vector<BackupInfo> findBackups(tRepository& repository, const Settings& set
         repository.BackupsList(settings.listedType, settings.guid, settings.owner, backups,
                                settings.isChecked);
     }
+    sortByDate(backups);
     return backups;
 }
 
@@ -35,6 +36,7 @@ Report listArchives(tRepository& repository, const Settings& settings) {
     std::vector<BackupInfo> backups;
     repository.PackedBackupsList(settings.paths.empty() ? "" : settings.paths.front(),
                                  settings.mask, backups);
+    sortByDate(backups);
     for (const BackupInfo& backup : backups) {
         report.add({dateOf(backup), sizeOf(backup), backup.path});
     }

@@ -29,13 +29,21 @@ int print(const zelvo::Report& report, bool asJson) {
     return report.hasFailed() ? zelvo::kFailure : zelvo::kSuccess;
 }
 
+// The reason alone may not name what the command was about.
+std::string withSubject(const zelvo::Settings& settings, const std::string& reason) {
+    const std::string subject =
+        settings.paths.size() == 1 ? settings.paths.front() : settings.other.url;
+    const bool isNamed = reason.find(subject) != std::string::npos;
+    return isNamed ? reason : subject + ": " + reason;
+}
+
 zelvo::Report run(const zelvo::Settings& settings, zelvo::Command command) {
     zelvo::Narrator narrator(settings.isVerbose);
     try {
         return command(settings, narrator);
     } catch (const zelvo::ExTraceable& failure) {
         zelvo::Report report = zelvo::Report::ofOne("", {});
-        report.fail(failure.what());
+        report.fail(withSubject(settings, failure.what()));
         return report;
     }
 }
