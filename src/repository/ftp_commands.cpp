@@ -35,7 +35,7 @@ void tFtpConnection::fetchListing(long namesOnly, std::string& text) {
     set(CURLOPT_FTPLISTONLY, namesOnly);
     set(CURLOPT_WRITEFUNCTION, &tFtpConnection::ListingRead);
     set(CURLOPT_WRITEDATA, &text);
-    CheckCurlRes(curl_easy_perform(curl_.get()));
+    CheckCurlRes(perform());
 }
 
 // libcurl counts on being where it went last, so the way back to the root comes first: what it
@@ -52,7 +52,7 @@ bool tFtpConnection::IsDirExist() {
 
 bool tFtpConnection::canEnter(const std::string& target) {
     InitCredentials(target);
-    const CURLcode code = curl_easy_perform(curl_.get());
+    const CURLcode code = perform();
     // A server that cannot be asked is no failure here, but nobody else will tell of it.
     if (code != CURLE_OK && code != CURLE_REMOTE_ACCESS_DENIED) {
         tellCurlError(code);
@@ -91,7 +91,7 @@ CURLcode tFtpConnection::performWithPostQuote(const std::string& command) {
         throw std::bad_alloc();
     }
     set(CURLOPT_POSTQUOTE, commands.get());
-    const CURLcode code = curl_easy_perform(curl_.get());
+    const CURLcode code = perform();
     set(CURLOPT_POSTQUOTE, static_cast<curl_slist*>(nullptr));
     return code;
 }

@@ -9,6 +9,7 @@
 #include "repository/ftp_verbose.h"
 #include "repository/path_guard.h"
 #include "repository/repository_log.h"
+#include "repository/silence_watch.h"
 
 namespace zelvo {
 
@@ -17,10 +18,14 @@ namespace {
 constexpr unsigned long kDefaultTimeout = 600;
 // How long a server may take to make a data connection, in milliseconds; libcurl's own time.
 constexpr long kMaxAcceptTime = 60000;
+// How long a server may take to be reached and to let the login in, in seconds.
+constexpr unsigned long kMaxConnectTime = 120;
 
 const std::string kLineBreaks("\r\n\0", 3);
 
 }  // namespace
+
+unsigned long tFtpConnection::s_silenceLimit = 600;
 
 tFtpConnection::tFtpConnection(bool passive, unsigned long timeout)
     : passive_(passive), timeout_(timeout == 0 ? kDefaultTimeout : timeout) {}
@@ -69,6 +74,7 @@ void tFtpConnection::Init(const std::string& url, const std::string& login,
 void tFtpConnection::setLimits() {
     set(CURLOPT_TIMEOUT, static_cast<long>(timeout_));
     set(CURLOPT_FTP_RESPONSE_TIMEOUT, static_cast<long>(timeout_));
+    set(CURLOPT_CONNECTTIMEOUT, static_cast<long>(std::min(timeout_, kMaxConnectTime)));
     // Before half of the time is over: libcurl would tell the end of all time and not what did not
     // come.
     const auto quarter = static_cast<long>(timeout_) * 1000 / 4;
@@ -103,6 +109,8 @@ void tFtpConnection::InitCredentials(const std::string& target) {
         set(CURLOPT_USERPWD, userPassword_.c_str());
     }
 }
+
+CURLcode tFtpConnection::perform() { return SilenceWatch(s_silenceLimit).perform(curl_.get()); }
 
 std::string tFtpConnection::directoryUrl() const {
     return encodedUrl_.ends_with('/') ? encodedUrl_ : encodedUrl_ + "/";

@@ -21,6 +21,10 @@ class tFtpConnection {
     static void InvalidPath(bool) {}
     static void FileOpenError(bool) {}
 
+    // How long a server may say and take nothing in the midst of an operation, in seconds. Ten
+    // minutes from the start: one that is that slow with a big file has most likely gone.
+    static unsigned long s_silenceLimit;
+
     // passive: data connections are made by this side. timeout: of one operation, in seconds; 0 for
     // 600.
     tFtpConnection(bool passive, unsigned long timeout);
@@ -69,6 +73,8 @@ class tFtpConnection {
     void setVerbose();
     // target: the URL to go to, without login.
     void InitCredentials(const std::string& target);
+    // Runs what the handle is set to. Returns CURLE_OPERATION_TIMEDOUT for a silent server too.
+    CURLcode perform();
     std::string directoryUrl() const;
     void fetchListing(long namesOnly, std::string& text);
     bool canEnter(const std::string& target);

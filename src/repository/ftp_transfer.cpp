@@ -52,7 +52,7 @@ CURLcode tFtpConnection::download(const std::string& localFile) {
     LocalFile file = openLocal(localFile, "wb", "for write");
     set(CURLOPT_WRITEFUNCTION, &tFtpConnection::FileWrite);
     set(CURLOPT_WRITEDATA, file.get());
-    const CURLcode code = curl_easy_perform(curl_.get());
+    const CURLcode code = perform();
     // The last bytes reach the disk here, or find it full.
     const bool isWritten = fclose(file.release()) == 0;
     return code == CURLE_OK && !isWritten ? CURLE_WRITE_ERROR : code;

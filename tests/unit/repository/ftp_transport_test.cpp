@@ -171,6 +171,21 @@ TEST_F(FtpTransport, TellsThatNobodyIsThere) {
     EXPECT_FALSE(ftp->IsDirExist("a"));
 }
 
+// Catches: a run that waits for a dead server as long as the biggest archive may take.
+TEST_F(FtpTransport, WaitsForNoSilentServer) {
+    tFtpConnection::s_silenceLimit = 1;
+    const FtpScript silent[] = {
+        {{{"USER", "-"}}}, {{{"RETR", "-"}}}, {{{"transfer", "-"}}}, {{{"stall", "-"}}, "half"}};
+    for (const FtpScript& script : silent) {
+        ScriptedFtpServer server(script);
+        const auto begin = std::chrono::steady_clock::now();
+        const auto ftp = transport(server.url("/d"), "root", kPassword);
+        EXPECT_EQ("unable to read file f", messageOf([&] { read(*ftp); }));
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10));
+    }
+    tFtpConnection::s_silenceLimit = 600;
+}
+
 // Catches: a server or a proxy of the environment that gets backups sent to another host, a
 // directory that is there and fails, and commands that are sent from another directory than their
 // name stands in.

@@ -147,6 +147,8 @@ bool ScriptedFtpServer::transfer(int control, const std::string& command) {
         const Descriptor data = passive_.isOpen() ? acceptSoon(passive_.get()) : connectTo(active_);
         if (command != "STOR") {
             sendAll(data.get(), script_.content);
+            // Until the other side has enough of it.
+            if (script_.replies.contains("stall")) return !readLine(control).empty();
         }
         char block[4096];
         while (command == "STOR" && read(data.get(), block, sizeof block) > 0) {

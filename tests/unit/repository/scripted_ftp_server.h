@@ -13,7 +13,7 @@
 struct FtpScript {
     // By whole command, by its first word or by code: what is said instead. "" closes the
     // connection, "-" is silence. "greeting", "transfer" (the end of one) and "data" ("-": that
-    // connection is never made) are no commands.
+    // connection is never made) are no commands, nor is "stall" ("-": it is never closed).
     std::map<std::string, std::string> replies = {};
     // What LIST, NLST and RETR send.
     std::string content = {};
