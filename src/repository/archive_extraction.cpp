@@ -24,10 +24,21 @@ tLogExecCmd tarInto(const std::string& dest) {
     return tar;
 }
 
+// The name of a member as a pattern that matches nothing else. tar takes one "\" of two away before
+// the pattern is read.
+std::string withoutWildcards(const std::string& member) {
+    std::string pattern;
+    for (const char c : member) {
+        pattern += std::string("*?[\\").find(c) == std::string::npos ? "" : "\\\\";
+        pattern += c == '\\' ? "\\\\" : std::string(1, c);
+    }
+    return pattern;
+}
+
 // A member as tar takes it: what begins with "-", in a list also behind blanks, would be an option.
 std::string memberPattern(const std::string& member) {
     relativePath(member);
-    std::string pattern = member;
+    std::string pattern = withoutWildcards(member);
     const std::size_t start = pattern.find_first_not_of(" \t\v\f");
     if (start != std::string::npos && pattern[start] == '-') {
         pattern.replace(start, 1, "[-]");

@@ -12,9 +12,9 @@ namespace zelvo {
 // their end. They raise ArchiverError, also for no volumes at all and for one that could not be
 // read; RepositoryError for a first volume that is no archive; CantStatFile. Need theDebugLog.
 
-// includes: the members to take, as patterns (GNU tar, --wildcards), with all that is below them;
-// empty for all. excludes: those to leave out. None of them may hold a line feed or a component
-// ".."; TransportException is raised for one that does.
+// includes: the names of the members to take, with all that is below them; empty for all. excludes:
+// those to leave out, as patterns (GNU tar, --wildcards). None of them may hold a line feed or a
+// component ".."; TransportException is raised for one that does.
 void ExtractArchive(const std::vector<std::string>& volumes, const std::string& dest,
                     const std::vector<std::string>& includes,
                     const std::vector<std::string>& excludes, std::vector<std::string>& result);

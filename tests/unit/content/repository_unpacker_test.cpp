@@ -83,6 +83,9 @@ TEST_F(RepositoryUnpackerTest, TakesTheIncludesAlone) {
                 testing::AllOf(testing::StartsWith("Cannot unpack: Archiver error: "
                                                    "from "),
                                HasSubstr("none: Not found in archive")));
+    writeVolumes(tarOf({{"w*?[x]\\\\y"}, {"w*?[x]\\y"}, {"wabxy"}}), {"w"}, "session");
+    EXPECT_THAT(unpack({"w*?[x]\\y"}), ElementsAre("w*?[x]\\y"));
+    EXPECT_THAT(fault({"w*"}), HasSubstr("Not found in archive"));
     Paths names;
     const Paths volumes = {dir.path("session/archives/1"), dir.path("session/archives/2")};
     zelvo::ExtractArchive(volumes, to, {}, {"a"}, names);
