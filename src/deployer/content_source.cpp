@@ -29,6 +29,11 @@ std::unique_ptr<tRepository> openRepository(const std::string& path, const std::
     if (!path.starts_with("ftp://")) {
         return std::make_unique<tRepository>(path, login, password, "", false);
     }
+    if (!hasHost(path)) {
+        // A part of the password could stand where the place is told.
+        throw EXC(RepositoryError) %
+            "the URL of the repository has no host, or a login that is not percent-encoded";
+    }
     const std::string own = login.empty() ? loginOfUrl(path) : "";
     const std::size_t colon = own.find(':');
     const std::string ownPassword =

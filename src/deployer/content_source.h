@@ -17,7 +17,7 @@ std::string chooseRepositoryPath(const std::string& repositoryUrl, const XmlNode
 
 // The repository at a place. path: as above; an FTP URL may hold login and password,
 // percent-encoded (RFC 3986), which count where no login is given. login, password: as given, or
-// empty.
+// empty. Raises RepositoryError for a URL without host.
 std::unique_ptr<tRepository> openRepository(const std::string& path, const std::string& login,
                                             const std::string& password);
 

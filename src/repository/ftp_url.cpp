@@ -5,6 +5,7 @@
 #include "exec/url_encoding.h"
 #include "repository/ftp_connection.h"
 #include "repository/path_guard.h"
+#include "repository/urls.h"
 
 namespace zelvo {
 
@@ -58,17 +59,22 @@ std::string GetUrlWithAuth(const std::string& url, const std::string& auth) {
                                     : auth + "@" + url;
 }
 
-std::string urlWithoutLogin(const std::string& url) {
-    const std::size_t login = loginOfUrl(url).size();
-    const std::size_t host = hostBegin(url);
-    const bool hasLogin = host + login < pathBegin(url) && url[host + login] == '@';
-    return hasLogin ? url.substr(0, host) + url.substr(host + login + 1) : url;
+std::string loginOfUrl(const std::string& url) {
+    return GetUrlLogin(url.substr(0, pathBegin(url)));
 }
 
-std::string loginOfUrl(const std::string& url) {
-    const std::size_t host = hostBegin(url);
-    const std::size_t end = url.substr(0, pathBegin(url)).rfind('@');
-    return end == std::string::npos ? "" : url.substr(host, end - host);
+std::string urlWithoutLogin(const std::string& url) {
+    const std::size_t path = pathBegin(url);
+    return GetUrlPlace(url.substr(0, path)) + url.substr(path);
+}
+
+bool hasHost(const std::string& url) {
+    const std::string place = urlWithoutLogin(url);
+    const std::size_t begin = hostBegin(place);
+    const std::string host = place.substr(begin, pathBegin(place) - begin);
+    const std::size_t port = std::min(host.find(':', host.rfind(']') + 1), host.size());
+    return port > 0 && begin > 0 &&
+           host.find_first_not_of(":0123456789", port) == std::string::npos;
 }
 
 std::string encodeFtpUrl(const std::string& url) {
