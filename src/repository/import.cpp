@@ -11,6 +11,7 @@
 #include "repository/imported_files.h"
 #include "repository/info_xml_reader.h"
 #include "repository/names.h"
+#include "repository/new_dirs.h"
 #include "repository/object_types.h"
 #include "repository/path_guard.h"
 #include "repository/repository.h"
@@ -80,36 +81,6 @@ PackedDump readPackedDump(const Paths& volumes, const std::string& archive) {
     dump.type = reader.object_type();
     return dump;
 }
-
-// The directories that an import makes.
-class NewDirs {
-  public:
-    explicit NewDirs(tRepositoryTransport& transport) : transport_(transport) {}
-
-    // Whether a directory is not there yet; notes the topmost one above it that is not.
-    bool contain(const std::string& dir) {
-        for (auto end = dir.find('/');; end = dir.find('/', end + 1)) {
-            const std::string upper = dir.substr(0, end);
-            if (!upper.empty() && !there_.contains(upper)) {
-                if (made_.contains(upper) || !transport_.IsDirExist(upper)) {
-                    made_.insert(upper);
-                    return true;
-                }
-                there_.insert(upper);
-            }
-            if (end == std::string::npos) {
-                return false;
-            }
-        }
-    }
-
-    const std::set<std::string>& made() const { return made_; }
-
-  private:
-    tRepositoryTransport& transport_;
-    std::set<std::string> there_;
-    std::set<std::string> made_;
-};
 
 // Where the dump goes in a repository.
 std::string destinationOf(const PackedDump& dump) {

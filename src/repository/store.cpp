@@ -3,6 +3,7 @@
 #include <sstream>
 
 #include "repository/local_files.h"
+#include "repository/new_dirs.h"
 #include "repository/path_guard.h"
 #include "repository/repository.h"
 
@@ -71,6 +72,9 @@ std::unique_ptr<orepostream> tRepository::openToWrite(const std::string& path) {
     std::unique_ptr<orepostream> out;
     try {
         isNew = transaction_->IsStarted() && !transport_->IsExist(path);
+        if (isNew) {
+            noteParents(path);
+        }
         out = transport_->PutFile(path);
         out->open();
     } catch (const ExTraceable& failure) {
@@ -80,6 +84,15 @@ std::unique_ptr<orepostream> tRepository::openToWrite(const std::string& path) {
         transaction_->AddCreatedFile(path);
     }
     return out;
+}
+
+// They are made with the file.
+void tRepository::noteParents(const std::string& path) {
+    NewDirs dirs(*transport_);
+    dirs.contain(parentOf(path));
+    for (const std::string& dir : dirs.made()) {
+        transaction_->AddCreatedDir(dir);
+    }
 }
 
 std::unique_ptr<irepostream> tRepository::openToRead(const std::string& path) {
@@ -94,7 +107,7 @@ std::unique_ptr<irepostream> tRepository::openToRead(const std::string& path) {
 
 void tRepository::CreateDir(const std::string& path) {
     log("Create dir " + path);
-    const bool isNew = transaction_->IsStarted() && !transport_->IsDirExist(path);
+    const bool isNew = transaction_->IsStarted() && isNewDir(*transport_, path);
     transport_->CreateDir(path);
     if (isNew) {
         transaction_->AddCreatedDir(path);

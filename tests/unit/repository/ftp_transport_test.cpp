@@ -6,7 +6,7 @@
 
 #include "commons/scoped_variable.h"
 #include "ftp_rig.h"
-#include "repository/repository_errors.h"
+#include "repository/repository.h"
 #include "scripted_ftp_server.h"
 #include "told.h"
 
@@ -299,6 +299,16 @@ TEST_F(FtpTransport, TellsOfAFullDisk) {
     out << "content";
     EXPECT_EQ("unable to write file f: No space left on device", messageOf([&] { out.close(); }));
     EXPECT_THAT(server.commands(), testing::Not(HasSubstr("STOR")));
+}
+
+// Catches: a rollback that removes what was there, since the server did not let it be looked at.
+TEST_F(FtpTransport, TakesNothingForNewThatItCannotSee) {
+    ScriptedFtpServer server({{{"CWD d/a", "550 No"}}, "a\r\n"});
+    tRepository repository(server.url("/d"), "root", kPassword, "", true);
+    repository.BeginTransaction();
+    repository.CreateDir("a");
+    repository.RollbackTransaction();
+    EXPECT_THAT(server.commands(), testing::Not(HasSubstr("RMD")));
 }
 
 TEST_F(FtpTransport, KnowsNoSizes) {

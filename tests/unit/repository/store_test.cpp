@@ -81,7 +81,11 @@ TEST_F(Store, UndoesWhatItMadeAndNothingElse) {
     repository_.CreateDir("new");
     repository_.Put(in, "new/file");
     EXPECT_THROW(repository_.Put(dir_.path("r"), "half"), Exc<&tRepository::StreamPipeError>);
-    EXPECT_EQ("half new/ new/file old/ old/file ", tree());
+    repository_.Put(in, "old/sub/deep/file");
+    repository_.Put(in, "old/sub/file");
+    EXPECT_EQ(
+        "half new/ new/file old/ old/file old/sub/ old/sub/deep/ old/sub/deep/file old/sub/file ",
+        tree());
     EXPECT_EQ("Transaction error: transaction already started",
               messageOf([&] { repository_.BeginTransaction(); }));
     repository_.AddFilesToTransaction("none", {"a", "b/"});
