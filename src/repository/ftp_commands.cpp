@@ -85,11 +85,16 @@ CURLcode tFtpConnection::sendFromParent(const std::string& command) {
     return performWithPostQuote(command);
 }
 
-CURLcode tFtpConnection::performWithPostQuote(const std::string& command) {
-    const CurlList commands(curl_slist_append(nullptr, command.c_str()));
+CurlList tFtpConnection::commandList(const std::string& command) {
+    CurlList commands(curl_slist_append(nullptr, command.c_str()));
     if (commands == nullptr) {
         throw std::bad_alloc();
     }
+    return commands;
+}
+
+CURLcode tFtpConnection::performWithPostQuote(const std::string& command) {
+    const CurlList commands = commandList(command);
     set(CURLOPT_POSTQUOTE, commands.get());
     const CURLcode code = perform();
     set(CURLOPT_POSTQUOTE, static_cast<curl_slist*>(nullptr));

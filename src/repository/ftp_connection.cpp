@@ -7,9 +7,9 @@
 #include "report/debug_log.h"
 #include "repository/ftp_url.h"
 #include "repository/ftp_verbose.h"
+#include "repository/operation_watch.h"
 #include "repository/path_guard.h"
 #include "repository/repository_log.h"
-#include "repository/silence_watch.h"
 
 namespace zelvo {
 
@@ -110,7 +110,12 @@ void tFtpConnection::InitCredentials(const std::string& target) {
     }
 }
 
-CURLcode tFtpConnection::perform() { return SilenceWatch(s_silenceLimit).perform(curl_.get()); }
+CURLcode tFtpConnection::perform() {
+    OperationWatch watch(s_silenceLimit);
+    const CURLcode code = watch.perform(curl_.get());
+    replyBeforeTransfer_ = watch.replyBeforeTransfer();
+    return code;
+}
 
 std::string tFtpConnection::directoryUrl() const {
     return encodedUrl_.ends_with('/') ? encodedUrl_ : encodedUrl_ + "/";

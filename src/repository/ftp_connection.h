@@ -3,6 +3,7 @@
 
 #include <curl/curl.h>
 
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -52,7 +53,8 @@ class tFtpConnection {
     void DeleteFile_();
 
     // The file into a local one, which is cut, and back, with the directories above it that are
-    // missing. A download that fails leaves no local file. Raise FileOpenError as well.
+    // missing. A download that fails leaves no local file, and an upload no file that was not there
+    // before. Raise FileOpenError as well.
     void DownloadFile(const std::string& localFile);
     void UploadFile(const std::string& localFile);
 
@@ -80,8 +82,11 @@ class tFtpConnection {
     bool canEnter(const std::string& target);
     // Goes to the directory above and sends a command there.
     CURLcode sendFromParent(const std::string& command);
+    static CurlList commandList(const std::string& command);
     CURLcode performWithPostQuote(const std::string& command);
     CURLcode download(const std::string& localFile);
+    CURLcode upload(FILE* file, curl_off_t length);
+    void dropHalf();
 
     // libcurl's callbacks. noexcept, since a failure must not unwind through libcurl.
     static std::size_t ListingRead(char* data, std::size_t size, std::size_t count,
@@ -105,6 +110,8 @@ class tFtpConnection {
     // As of GetAuthStr.
     std::string userPassword_;
     bool hasAuthInUrl_ = false;
+    // Of the last operation, as OperationWatch tells it.
+    int replyBeforeTransfer_ = 0;
     // Dies first: its end still talks to the server, and to VerboseTell.
     CurlHandle curl_;
 };

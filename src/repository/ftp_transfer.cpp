@@ -29,6 +29,9 @@ LocalFile openLocal(const std::string& path, const char* mode, const char* purpo
     return file;
 }
 
+// The server's answer to SIZE (RFC 3659, 4).
+constexpr int kNoSuchFile = 550;
+
 curl_off_t sizeOf(FILE* file) {
     struct stat info {};
     return fstat(fileno(file), &info) == 0 ? info.st_size : -1;
@@ -60,19 +63,42 @@ CURLcode tFtpConnection::download(const std::string& localFile) {
 
 void tFtpConnection::UploadFile(const std::string& localFile) {
     LogMsg("Ftp upload file from " + localFile + " to " + urlWithoutLogin(url_));
-    const std::string name = GetShortFileName(url_);
+    GetShortFileName(url_);
     const LocalFile file = openLocal(localFile, "rb", "for read");
     const curl_off_t size = sizeOf(file.get());
     LogMsg("File size: " + std::to_string(size));
+    const CURLcode code = upload(file.get(), size);
+    if (code != CURLE_OK && replyBeforeTransfer_ == kNoSuchFile) {
+        dropHalf();
+    }
+    CheckCurlRes(code);
+}
+
+CURLcode tFtpConnection::upload(FILE* file, curl_off_t length) {
     InitCredentials(encodedUrl_);
     set(CURLOPT_FTPLISTONLY, 0L);
     set(CURLOPT_READFUNCTION, &tFtpConnection::FileRead);
     set(CURLOPT_UPLOAD, 1L);
-    set(CURLOPT_READDATA, file.get());
-    set(CURLOPT_INFILESIZE_LARGE, size);
+    set(CURLOPT_READDATA, file);
+    set(CURLOPT_INFILESIZE_LARGE, length);
     set(CURLOPT_FTP_CREATE_MISSING_DIRS, static_cast<long>(CURLFTP_CREATE_DIR_RETRY));
+    const std::string name = GetShortFileName(url_);
+    // What stands there, if the server knows the command; it may refuse it.
+    const CurlList size = commandList("*SIZE " + name);
+    set(CURLOPT_PREQUOTE, size.get());
     // The server names no file that it did not keep. The rename that this begins never comes.
-    CheckCurlRes(performWithPostQuote("RNFR " + name));
+    const CURLcode code = performWithPostQuote("RNFR " + name);
+    set(CURLOPT_PREQUOTE, static_cast<curl_slist*>(nullptr));
+    return code;
+}
+
+// What has come to the server of a file would be taken for the whole one.
+void tFtpConnection::dropHalf() {
+    Init(url_, login_, password_);
+    const CURLcode code = sendFromParent("DELE " + GetShortFileName(url_));
+    if (code != CURLE_OK) {
+        tellCurlError(code);
+    }
 }
 
 std::size_t tFtpConnection::FileWrite(char* data, std::size_t size, std::size_t count,

@@ -311,6 +311,18 @@ TEST_F(FtpTransport, TakesNothingForNewThatItCannotSee) {
     EXPECT_THAT(server.commands(), testing::Not(HasSubstr("RMD")));
 }
 
+// Catches: half a file that stands where a whole one is looked for, and an old one that is lost.
+TEST_F(FtpTransport, LeavesNoHalfFile) {
+    for (const char* size : {"550 None", "213 5", "500 What?"}) {
+        ScriptedFtpServer server(FtpScript{{{"SIZE", size}, {"transfer", "452 Full"}}});
+        const auto ftp = transport(server.url("/d"), "root", kPassword);
+        EXPECT_EQ("unable to write file a/f: Transferred a partial file",
+                  messageOf([&] { write(*ftp); }));
+        const bool isGone = server.commands().find("DELE f") != string::npos;
+        EXPECT_EQ(string(size) == "550 None", isGone) << server.commands();
+    }
+}
+
 TEST_F(FtpTransport, KnowsNoSizes) {
     const auto ftp = makeFtpTransport("ftp://127.0.0.1/");
     EXPECT_EQ("tRepositoryFtp::GetFileSize not implemented",
