@@ -1,5 +1,7 @@
 // The half of tRepository that packs files into an archive.
 #include <algorithm>
+#include <boost/filesystem/operations.hpp>
+#include <set>
 
 #include "exec/log_exec_cmd.h"
 #include "repository/archive_formats.h"
@@ -44,6 +46,33 @@ TempFileGuard makeList(const Paths& names) {
     return makeTempFile(text);
 }
 
+// Whether there is a file, a directory or nothing: that is left to the archiver to tell.
+bool isPlain(const std::string& localPath) {
+    namespace fs = boost::filesystem;
+    boost::system::error_code error;
+    const fs::file_type type = fs::symlink_status(localPath, error).type();
+    return type == fs::regular_file || type == fs::directory_file || type == fs::file_not_found;
+}
+
+// Refuses what an import would refuse, before there is an archive that nobody can use: a link would
+// come alone to another machine, or with a file that is none of the backup's. root: a local
+// directory, files below it; dir: what it is of the repository, for messages.
+void requirePlain(const std::string& root, const Paths& files, const std::string& dir) {
+    std::set<std::string> paths;
+    for (const std::string& file : files) {
+        for (auto end = file.find('/'); end != std::string::npos; end = file.find('/', end + 1)) {
+            paths.insert(file.substr(0, end));
+        }
+        paths.insert(file);
+    }
+    for (const std::string& path : paths) {
+        if (!isPlain(joinPath(root, path))) {
+            throw EXC(tRepository::ArchiverError) %
+                ("'" + joinPath(dir, path) + "' is neither a file nor a directory");
+        }
+    }
+}
+
 Paths fileNames(const Paths& paths) {
     Paths names(paths.size());
     std::transform(paths.begin(), paths.end(), names.begin(), fileNameOf);
@@ -83,9 +112,12 @@ void tRepository::pack(tRepository& source, const std::string& dir, const Paths&
     TempFileGuard archive(GetTempFilePath());
     const TempFileGuard list = makeList(files);
     const TempFileGuard additionalList = makeList(fileNames(additionalFiles));
+    const std::string root = source.transport().GetLocalDirFiles(dir, files);
+    requirePlain(root, files, dir);
     tLogExecCmd tar(TAR_UTIL);
-    tar << (asksForGzip(file) ? "-czf" : "-cf") << archive.path() << "-C"
-        << source.transport().GetLocalDirFiles(dir, files) << "--null"
+    // A second name of a file would be a link, too.
+    tar << (asksForGzip(file) ? "-czf" : "-cf") << archive.path() << "--hard-dereference"
+        << "-C" << root << "--null"
         << "--files-from=" + list.path();
     if (!additionalFiles.empty()) {
         tar << "-C" << parentOf(additionalFiles.front()) << "--files-from=" + additionalList.path();

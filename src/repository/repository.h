@@ -138,7 +138,8 @@ class tRepository {
 
     // Packs files of source into an archive here; one whose name ends in ".tgz" or ".gz" is
     // compressed (gzip). dir: of source; the archive has its files without it. The first takes all
-    // that is below it. Raise ArchiverError.
+    // that is below it. Raise ArchiverError, also for a file that is a link or a device, or that
+    // stands behind a link.
     void PackFromRepo(tRepository& source, const std::string& dir, const std::string& file);
     // files: below dir. extension: without a dot; may be empty. splitSize: 0, others are refused.
     // additionalFiles: local ones, which come to the top of the archive.

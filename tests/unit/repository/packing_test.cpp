@@ -1,5 +1,8 @@
 #include <sys/wait.h>
 
+#include <gmock/gmock.h>
+
+#include "repository/archive_listing.h"
 #include "repository_rig.h"
 
 namespace zelvo {
@@ -61,6 +64,23 @@ TEST_F(Packing, PacksWhatStandsInADirectory) {
     EXPECT_EQ(0U, told.find("Archiver error: from " + dir_.path("r") + "/a to " +
                             dir_.path("other") + "/y.tar:\n"));
     EXPECT_EQ("x/all.tar ", files(dir_.path("other")));
+}
+
+// Catches: an archive that no import takes, and one with a file from beside the repository.
+TEST_F(Packing, PacksNoLinks) {
+    make("a/b/c/d");
+    std::filesystem::create_hard_link(dir_.path("r/a/b/c/d"), dir_.path("r/a/b/second"));
+    std::filesystem::create_symlink("/etc", dir_.path("r/a/out"));
+    other_.PackFromRepo(repository_, "a/b", "plain.tar");
+    EXPECT_THAT(ListPlainArchive({dir_.path("other/plain.tar")}),
+                testing::UnorderedElementsAre("c/d", "second"));
+    std::filesystem::create_symlink("c/d", dir_.path("r/a/b/in"));
+    for (const Paths& files : {Paths{"b/c/d", "b/in"}, Paths{"out/hostname"}}) {
+        EXPECT_EQ("Archiver error: 'a/" + files.back().substr(0, files.back().find("/hostname")) +
+                      "' is neither a file nor a directory",
+                  messageOf([&] { other_.PackFromRepo(repository_, "a", files, "y", "", 0, {}); }));
+    }
+    EXPECT_EQ("plain.tar ", files(dir_.path("other")));
 }
 
 TEST_F(Packing, CopiesArchivesWithTheirParts) {
