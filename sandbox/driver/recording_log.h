@@ -1,6 +1,7 @@
 // A debug log that keeps its lines for a test to read.
 #pragma once
 
+#include <algorithm>
 #include <boost/format.hpp>
 #include <string>
 #include <vector>
@@ -23,6 +24,13 @@ class RecordingLog : public zelvo::DebugLog {
     }
     bool isVerboseMode() const override { return false; }
     bool isDebugMode() const override { return false; }
+
+    // Whether text is in one of the lines.
+    bool holds(const std::string& text) const {
+        return std::any_of(lines.begin(), lines.end(), [&text](const std::string& line) {
+            return line.find(text) != std::string::npos;
+        });
+    }
 
     std::vector<std::string> lines;
 };

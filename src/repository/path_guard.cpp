@@ -18,13 +18,15 @@ namespace {
 }  // namespace
 
 std::string relativePath(const std::string& path) {
-    if (hasParentStep(path)) {
+    // Of what is left: behind the "\\" of "\\../x" stands a step that was none before.
+    std::string relative = path.substr(std::min(path.find_first_not_of("/\\"), path.size()));
+    if (hasParentStep(relative)) {
         refusePath(path, "it leads to another place");
     }
     if (path.find_first_of(std::string("\0\r\n", 3)) != std::string::npos) {
         refusePath(path, "it holds a control character");
     }
-    return path.substr(std::min(path.find_first_not_of("/\\"), path.size()));
+    return relative;
 }
 
 const std::string& requireInside(const std::string& path) {

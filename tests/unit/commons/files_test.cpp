@@ -4,12 +4,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cstdlib>
-
 #include "commons/errors.h"
 #include "commons/input_file.h"
 #include "commons/temp_names.h"
-#include "lib/read_configuration.h"
+#include "memory_configuration.h"
 #include "temp_dir.h"
 #include "told.h"
 
@@ -21,24 +19,12 @@ mode_t modeOf(const std::string& path) {
     return status.st_mode;
 }
 
-void configure(const char* key, const std::string& value) {
-    EXPECT_EQ(0, conf_set_r(key, value.c_str(), theQrdConfHash));
-}
-
-// Has a configuration in memory, so that no test depends on a panel.
 class Files : public testing::Test {
   protected:
-    Files() {
-        theQrdConfHash = static_cast<conf_data*>(calloc(1, sizeof(conf_data)));
-        configure("PRODUCT_ROOT_D", dir_.path("q"));
-    }
-    ~Files() override {
-        conf_free_r(theQrdConfHash);
-        theQrdConfHash = nullptr;
-        arrayInitialized = 0;
-    }
+    Files() { configuration_.set("PRODUCT_ROOT_D", dir_.path("q")); }
 
     const TempDir dir_;
+    const MemoryConfiguration configuration_;
 };
 
 TEST_F(Files, HangOnTheirRoots) {
@@ -58,7 +44,7 @@ TEST_F(Files, TemporaryOnesAreNewPrivateAndWhereTheyBelong) {
     make(dir_.path("q"), "q/x");
     make(dir_.path("q/"), "q/x");
     make("", "q/RMK/tmp/x");
-    configure("DUMP_TMP_D", dir_.path("q"));
+    configuration_.set("DUMP_TMP_D", dir_.path("q"));
     make("", "q/x");
     EXPECT_EQ(S_IFDIR | 0700U, modeOf(zelvo::RMK_makeTempFileDirectory("", "y")));
     const std::string why = " with the template '/no/such/xXXXXXX': No such file or directory.";

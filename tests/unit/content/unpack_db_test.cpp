@@ -3,15 +3,12 @@
 #include <regex>
 
 #include "mariadb.h"
-#include "postgresql.h"
 #include "unpacking.h"
 
 using namespace test;
 using zelvo::DbServerAccess;
 
 namespace {
-
-constexpr const char* kPassword = "s3cr3t 'of' the \"shop\"";
 
 // The clients are the distribution's own, behind a script. A password of "none" says that there is
 // no server.
@@ -45,27 +42,6 @@ class UnpackDbTest : public Unpacking {
 };
 
 }  // namespace
-
-TEST_F(UnpackDbTest, LoadsIntoMariaDb) {
-    MariaDbServer server(dir.path("mariadb"));
-    const std::string port = std::to_string(server.port());
-    server.query("create database shop; grant all on shop.* to loader@'127.0.0.1' identified by '" +
-                 std::string("s3cr3t \\'of\\' the \"shop\"'"));
-    writeArchive(tarOf({{"./dump of shop.sql", '0', "",
-                         "create table t (a text);\ninsert into t values ('one'), ('two');\n"}}));
-    DbServerAccess access{"mysql", "loader", kPassword, "127.0.0.1", port};
-    EXPECT_EQ(fault(access), "");
-    EXPECT_EQ(server.query("select a from shop.t"), "one\ntwo\n");
-    const std::string address = "-u loader -h 127.0.0.1 -P " + port;
-    EXPECT_EQ(calls(), "mysql " + address + " --no-defaults shop\nmysql --no-defaults " + address +
-                           " shop\n")
-        << "this client takes the option in front of all else only";
-
-    access.password = "wrong";
-    EXPECT_THAT(fault(access), testing::AllOf(testing::StartsWith("ExecCmd::Failed: Execution of "),
-                                              testing::HasSubstr("Access denied for user 'loader'"),
-                                              testing::Not(testing::HasSubstr("wrong"))));
-}
 
 // Catches a client that does for a dump what root can do: read a file, write one, start a shell;
 // and one that shows a dump what this process was started with.
@@ -103,23 +79,6 @@ TEST_F(UnpackDbTest, GivesAHostileDumpNothing) {
 
     std::filesystem::permissions(box("tmp"), std::filesystem::perms(0700));
     EXPECT_THAT(load(end), testing::HasSubstr(box("tmp") + " of temporary files is closed to"));
-}
-
-TEST_F(UnpackDbTest, LoadsIntoPostgreSql) {
-    PostgreSqlServer server(dir.path("postgresql"));
-    const std::string port = std::to_string(server.port());
-    server.query("create database shop");
-    server.query("create table t (a text); insert into t values ('one'), ('two')", "shop");
-    writeArchive(tarOf({{"shop.dump", '0', "", server.dump("shop")}}));
-    server.query("drop table t", "shop");
-    server.query("create role loader superuser login password 's3cr3t ''of'' the \"shop\"'");
-    DbServerAccess access{"postgresql", "loader", kPassword, "127.0.0.1", port};
-    EXPECT_EQ(fault(access), "");
-    EXPECT_EQ(server.query("select a from t", "shop"), "one\ntwo\n");
-    EXPECT_EQ(calls(), "pg_restore -d shop --use-set-session-authorization -h 127.0.0.1 -p " +
-                           port + " TMP/shop.dump\n");
-    access.password = "wrong";
-    EXPECT_THAT(fault(access), testing::HasSubstr("password authentication failed"));
 }
 
 TEST_F(UnpackDbTest, LeavesDefaultsToTheClient) {

@@ -9,41 +9,36 @@ namespace {
 const std::string kHead = "<?xml version=\"1.0\"?>\n<migration-status";
 const std::string kTail = "</migration-status>\n";
 
-const std::string kTransfer = R"(<transfer speed="12"><host>h</host>)";
-// One row for each form of the document. All rows follow each other in one record, so that what an
-// earlier state left behind would show.
-const std::pair<void (*)(MigrationStatus&), std::string> kStates[] = {
-    {[](auto& s) {
-         s.setAgentParams("h");
-         s.setAgentOperation(agentOperation::wait);
-     },
-     R"(<agent action="wait"><host>h</host></agent>)"},
-    {[](auto& s) {
-         s.setTransferDump();
-         s.setTransferSpeed("12");
-     },
-     kTransfer + "<dumpfile/></transfer>"},
-    {[](auto& s) {
-         s.setTransferTotals("3", "9");
-         s.setTransferFilesLeft("2");
-         s.setTransferSizeLeft("6");
-         s.setCurrentFile("a<&>b", "5");
-         s.setTransferCurrentFileSizeLeft("1");
-     },
-     kTransfer + R"(<files total="3" left="2" size-total="9" size-left="6">)" +
-         R"(<current-file size="5" size-left="1">a&lt;&amp;&gt;b</current-file></files></transfer>)"},
-    {[](auto& s) { s.setTranslate(); }, "<translate/>"},
-    {[](auto& s) { s.setIdle(); }, "<idle/>"},
-};
+const std::string kTransfer = kHead + R"(><transfer speed="12"><host>h</host>)";
 
+// All forms of the document follow each other in one record, so that what an earlier state left
+// behind would show.
 TEST(Status, EachStateHasItsDocument) {
     const test::Session session;
     const auto status = createMigrationStatusFile();
-    for (const auto& [set, inside] : kStates) {
-        set(*status);
+    const auto saved = [&] {
         status->saveFile();
-        EXPECT_EQ(session.file("migration.status"), kHead + ">" + inside + kTail);
-    }
+        return session.file("migration.status");
+    };
+    status->setAgentParams("h");
+    status->setAgentOperation(agentOperation::wait);
+    EXPECT_EQ(saved(), kHead + R"(><agent action="wait"><host>h</host></agent>)" + kTail);
+    status->setTransferDump();
+    status->setTransferSpeed("12");
+    EXPECT_EQ(saved(), kTransfer + "<dumpfile/></transfer>" + kTail);
+    status->setTransferTotals("3", "9");
+    status->setTransferFilesLeft("2");
+    status->setTransferSizeLeft("6");
+    status->setCurrentFile("a<&>b", "5");
+    status->setTransferCurrentFileSizeLeft("1");
+    EXPECT_EQ(saved(),
+              kTransfer + R"(<files total="3" left="2" size-total="9" size-left="6">)" +
+                  R"(<current-file size="5" size-left="1">a&lt;&amp;&gt;b</current-file>)" +
+                  "</files></transfer>" + kTail);
+    status->setTranslate();
+    EXPECT_EQ(saved(), kHead + "><translate/>" + kTail);
+    status->setIdle();
+    EXPECT_EQ(saved(), kHead + "><idle/>" + kTail);
 }
 
 // Catches numbers above the totals, attributes that double or go, an object of the wrong kind, and

@@ -4,11 +4,10 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <memory>
 #include <string>
 
-#include "lib/read_configuration.h"
+#include "memory_configuration.h"
 #include "recording_log.h"
 #include "repository/ftp_transport.h"
 #include "temp_dir.h"
@@ -16,27 +15,15 @@
 class DetailedLog : public RecordingLog {
   public:
     bool isDebugMode() const override { return true; }
-
-    bool holds(const std::string& text) const {
-        return std::any_of(lines.begin(), lines.end(), [&text](const std::string& line) {
-            return line.find(text) != std::string::npos;
-        });
-    }
 };
 
 class FtpRig : public testing::Test {
   protected:
     FtpRig() {
-        theQrdConfHash = static_cast<conf_data*>(calloc(1, sizeof(conf_data)));
         std::filesystem::create_directory(dir_.path("tmp"));
-        EXPECT_EQ(0, conf_set_r("DUMP_TMP_D", dir_.path("tmp").c_str(), theQrdConfHash));
+        configuration_.set("DUMP_TMP_D", dir_.path("tmp"));
     }
-    ~FtpRig() override {
-        conf_free_r(theQrdConfHash);
-        theQrdConfHash = nullptr;
-        arrayInitialized = 0;
-        EXPECT_TRUE(std::filesystem::is_empty(dir_.path("tmp")));
-    }
+    ~FtpRig() override { EXPECT_TRUE(std::filesystem::is_empty(dir_.path("tmp"))); }
 
     static std::unique_ptr<zelvo::tRepositoryTransport> transport(const std::string& url,
                                                                   const std::string& login,
@@ -60,5 +47,6 @@ class FtpRig : public testing::Test {
     }
 
     const TempDir dir_;
+    const MemoryConfiguration configuration_;
     DetailedLog log_;
 };

@@ -86,8 +86,12 @@ TEST_F(Import, RefusesWhatIsNotOneDumpOfTheOwner) {
          "Dump has wrong format. Member '../p_z_1203011530.tgz' is no name of a repository"},
         {"add=/etc/hostname",
          "Dump has wrong format. Member '/etc/hostname' is no name of a repository"},
-        {"ln -s ../other p_l_1203011530.tgz", "is neither a file nor a directory"},
-        {"ln d/p_y_1203011530.tar p_l_1203011530.tgz", "is neither a file nor a directory"},
+        // A file behind a link that leads out, and the file that a link out would write to.
+        {"ln -s \"$1/other\" c && add=--transform=s,^d/,c/,", "is neither a file nor a directory"},
+        {"ln d/p_y_1203011530.tar p_l_1203011530.tgz && "
+         "add=--transform=s,^d/,../../other/,R",
+         "is neither a file nor a directory"},
+        {"mknod p_l_1203011530.tgz c 1 3", "is neither a file nor a directory"},
         {"mkfifo p_l_1203011530.tgz", "is neither a file nor a directory"},
         {"rm $i/objectid_7", " Dump not have object id"},
         {"rm $i/owner_O", " Dump does not match to guid O"},

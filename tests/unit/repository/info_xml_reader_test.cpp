@@ -1,14 +1,6 @@
 #include "repository/info_xml_reader.h"
 
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <filesystem>
-
-#include "lib/read_configuration.h"
-#include "recording_log.h"
-#include "temp_dir.h"
-#include "told.h"
+#include "repository_rig.h"
 
 namespace zelvo {
 namespace {
@@ -19,47 +11,15 @@ const char kDump[] =
     "<cid path='p'><content-file>1</content-file><x>no</x><content-file/>"
     "<content-file>2</content-file></cid><cid path='q'/></content></admin>";
 
-// Signs by an envelope, and finds a good signature in what holds no "bad".
-const char kSignTool[] =
-    "#!/bin/sh\necho x >> \"$0.runs\"\n"
-    "grep -q bad \"$2\" && { cat \"$2\"; exit 3; }\n"
-    "if [ $1 = sign ]; then echo '<Envelope>'; cat \"$2\"; echo '</Envelope>'\n"
-    "else grep -v Envelope \"$2\"; fi\n";
-
-const char kSchema[] =
-    "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema'><xs:element name='admin'/></xs:schema>";
-
-class InfoXmlReader : public testing::Test {
+class InfoXmlReader : public RepositoryRig {
   protected:
-    InfoXmlReader() {
-        theQrdConfHash = static_cast<conf_data*>(calloc(1, sizeof(conf_data)));
-        for (const char* dir : {"q/admin/sbin", "q/RMK", "tmp"}) {
-            std::filesystem::create_directories(dir_.path(dir));
-        }
-        conf_set_r("PRODUCT_ROOT_D", dir_.path("q").c_str(), theQrdConfHash);
-        conf_set_r("DUMP_TMP_D", dir_.path("tmp").c_str(), theQrdConfHash);
-        std::filesystem::permissions(dir_.write("q/admin/sbin/backup_sign", kSignTool),
-                                     std::filesystem::perms::owner_all);
-        dir_.write("q/RMK/zelvo.xsd", kSchema);
-    }
-    ~InfoXmlReader() override {
-        conf_free_r(theQrdConfHash);
-        theQrdConfHash = nullptr;
-        arrayInitialized = 0;
-    }
-
     tInfoXmlReader reader(const std::string& content) {
-        dir_.write("info.xml", content);
-        return {transport_.get(), "info.xml"};
+        dir_.write("r/info.xml", content);
+        return {&repository_.transport(), "info.xml"};
     }
-    bool leavesTempFiles() const { return !std::filesystem::is_empty(dir_.path("tmp")); }
-    int toolRuns() const {
-        return static_cast<int>(contentOf(dir_.path("q/admin/sbin/backup_sign.runs")).size() / 2);
+    std::size_t toolRuns() const {
+        return contentOf(dir_.path("q/admin/sbin/backup_sign.runs")).size() / 2;
     }
-
-    const TempDir dir_;
-    RecordingLog log_;
-    std::unique_ptr<tRepositoryTransport> transport_ = tRepositoryTransport::Get(dir_.path(""));
 };
 
 TEST_F(InfoXmlReader, ReadsWhatTheRepositoryNeeds) {
@@ -77,7 +37,7 @@ TEST_F(InfoXmlReader, ReadsWhatTheRepositoryNeeds) {
 // Catches: half a document that is taken for a whole one with less content, and the words of
 // another file in a description.
 TEST_F(InfoXmlReader, RefusesWhatIsNoDocument) {
-    const std::string file = dir_.path("info.xml");
+    const std::string file = dir_.path("r/info.xml");
     EXPECT_EQ("unable to read file " + file,
               messageOf([&] { reader("<admin><cid path='p'>").ReadContent(); }));
     EXPECT_EQ("unable to read file " + file,
@@ -93,15 +53,15 @@ TEST_F(InfoXmlReader, SignsAndChecksAndLeavesNothing) {
         tInfoXmlReader dump = reader("<admin>\n</admin>\n");
         dump.Sign();
         dump.Sign();
-        EXPECT_EQ(1, toolRuns());
+        EXPECT_EQ(1U, toolRuns());
         EXPECT_TRUE(IsSigned(dump.GetLocalPath()));
         EXPECT_TRUE(dump.ValidateZelvoXsd());
         EXPECT_FALSE(IsSigned(dump.GetLocalPath()));
         EXPECT_TRUE(dump.ValidateSign());
-        EXPECT_EQ(2, toolRuns());
+        EXPECT_EQ(2U, toolRuns());
         dump.ClearTempFiles();
         EXPECT_FALSE(leavesTempFiles());
-        EXPECT_EQ(dir_.path("info.xml"), dump.GetLocalPath());
+        EXPECT_EQ(dir_.path("r/info.xml"), dump.GetLocalPath());
         dump.Sign();
         EXPECT_TRUE(leavesTempFiles());
     }

@@ -60,7 +60,7 @@ TEST_F(Listing, FindsTheBackupsOfAnObject) {
           "clients/7/lost_info_1203011533.xml not exists. Skipping.",
           "Error: unable to retreave backup info from clients/7/broken_info_1203011532.xml: ",
           "'.discovered' directory for 'client' '9' not found"}) {
-        EXPECT_TRUE(hasTold(line)) << line;
+        EXPECT_TRUE(log_.holds(line)) << line;
     }
     const BackupInfo info = repository_.GetBackupInfo("clients/7/" + name + ".xml", true);
     EXPECT_EQ("p_info_1203011530 O server 7 G a&amp;b 1203011530 1",

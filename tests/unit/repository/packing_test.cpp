@@ -47,10 +47,10 @@ TEST_F(Packing, ExportsOneDumpSigned) {
               messageOf([&] { repository_.Export(info, "x.tgz", "", false); }));
     EXPECT_EQ("Archiver error: Multivolume packing not implemented",
               messageOf([&] { other_.PackFromRepo(repository_, "", {}, "a", "b", 1, {}); }));
-    EXPECT_TRUE(hasTold("Pack from " + dir_.path("r") + "/clients/7 to directory " +
-                        dir_.path("other/") +
-                        " using: filename sub, extension tar. Addditional "
-                        "files count: 1. Split size: 0"));
+    EXPECT_TRUE(log_.holds("Pack from " + dir_.path("r") + "/clients/7 to directory " +
+                           dir_.path("other/") +
+                           " using: filename sub, extension tar. Addditional "
+                           "files count: 1. Split size: 0"));
 }
 
 // Catches: a name that the archiver takes for an option, and an archive that is half full.

@@ -4,13 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <sstream>
 #include <string>
 #include <vector>
 
-#include "lib/read_configuration.h"
+#include "memory_configuration.h"
 #include "recording_log.h"
 #include "repository/names.h"
 #include "repository/path_guard.h"
@@ -20,9 +19,10 @@
 
 namespace zelvo {
 
-// Signs by an envelope, and finds a good signature in what holds no "bad".
+// Signs by an envelope, and finds a good signature in what holds no "bad"; notes that it was
+// called.
 inline constexpr char kSignTool[] =
-    "#!/bin/sh\ngrep -q bad \"$2\" && exit 3\n"
+    "#!/bin/sh\necho x >> \"$0.runs\"\ngrep -q bad \"$2\" && { cat \"$2\"; exit 3; }\n"
     "if [ $1 = sign ]; then echo '<Envelope>'; cat \"$2\"; echo '</Envelope>'\n"
     "else grep -v Envelope \"$2\"; fi\n";
 
@@ -33,22 +33,18 @@ inline constexpr char kSchema[] =
 class RepositoryRig : public testing::Test {
   protected:
     RepositoryRig() {
-        theQrdConfHash = static_cast<conf_data*>(calloc(1, sizeof(conf_data)));
         for (const char* dir : {"q/admin/sbin", "q/RMK", "tmp", "r", "other"}) {
             std::filesystem::create_directories(dir_.path(dir));
         }
-        conf_set_r("PRODUCT_ROOT_D", dir_.path("q").c_str(), theQrdConfHash);
-        conf_set_r("DUMP_TMP_D", dir_.path("tmp").c_str(), theQrdConfHash);
+        configuration_.set("PRODUCT_ROOT_D", dir_.path("q"));
+        configuration_.set("DUMP_TMP_D", dir_.path("tmp"));
         std::filesystem::permissions(dir_.write("q/admin/sbin/backup_sign", kSignTool),
                                      std::filesystem::perms::owner_all);
         dir_.write("q/RMK/zelvo.xsd", kSchema);
     }
-    ~RepositoryRig() override {
-        EXPECT_TRUE(std::filesystem::is_empty(dir_.path("tmp"))) << "left behind";
-        conf_free_r(theQrdConfHash);
-        theQrdConfHash = nullptr;
-        arrayInitialized = 0;
-    }
+    ~RepositoryRig() override { EXPECT_FALSE(leavesTempFiles()); }
+
+    bool leavesTempFiles() const { return !std::filesystem::is_empty(dir_.path("tmp")); }
 
     // Makes each of the files that the words of text name, below the repository; a word that ends
     // in "/" is a directory.
@@ -95,13 +91,8 @@ class RepositoryRig : public testing::Test {
         }
         return text;
     }
-    bool hasTold(const std::string& text) const {
-        return std::any_of(log_.lines.begin(), log_.lines.end(), [&](const std::string& line) {
-            return line.find(text) != std::string::npos;
-        });
-    }
-
     const TempDir dir_;
+    const MemoryConfiguration configuration_;
     RecordingLog log_;
     tRepository repository_{dir_.path("r"), "", "", "", false};
 };
