@@ -84,7 +84,7 @@ void readLabels(const string& path) {
             time.SetDateTimeStr(*label);
             return time.GetDateTimeStr();
         });
-        require(!date || *date == *label);
+        require(!date || *date == *label || *label == ZERO_DATE);
     }
     require(label || !IsFtpDumpName(name));
     const auto ofInfo =
@@ -135,10 +135,11 @@ void takeApart(const string& url) {
     const string place = GetUrlPlace(url);
     require(place.empty() || place == url ||
             place.size() + GetUrlLogin(url).size() + 1 == url.size());
-    const string login = loginOfUrl(url);
-    const string shown = urlWithoutLogin(url);
-    require(login.empty() || GetUrlWithAuth(shown, login) == url);
-    require(!url.starts_with("ftp://") || loginOfUrl(shown).empty());
+    const string whole = url.starts_with("ftp://") ? url : "ftp://" + url;
+    const string login = loginOfUrl(whole);
+    const string shown = urlWithoutLogin(whole);
+    require(login.empty() || GetUrlWithAuth(shown, login) == whole);
+    require(loginOfUrl(shown).empty());
 }
 
 void encodePath(const string& text) {

@@ -1,43 +1,25 @@
 // What the deployers keep of what they restored: no dump shows it.
 
-#include "commons/session.h"
-#include "exec/cli_exec.h"
-#include "panel_box.h"
-#include "recording_log.h"
-#include "report/result_log.h"
+#include "deploying.h"
 #include "restore/objects/database.h"
 #include "restore/objects/database_user.h"
-#include "xml/xml_document.h"
 
 using namespace zelvo;
-using test::panelBox;
-namespace fs = std::filesystem;
 
 namespace {
 
-class DatabaseIds : public testing::Test {
+class DatabaseIds : public test::Deploying {
   protected:
-    DatabaseIds() {
-        CliExec::first_run = CliExec::use_gate = false;
-        theLog = &result_;
-        utility("database-registrar", "echo '<db-server/>'");
-    }
-    ~DatabaseIds() override { theLog = nullptr; }
+    DatabaseIds() { utility(kApi + "database-registrar.php", "echo '<db-server/>'"); }
 
-    static void utility(const std::string& name, const std::string& script) {
-        const fs::path path = panelBox.dir.path("product/admin/vlib/api-cli/" + name + ".php");
-        fs::create_directories(path.parent_path());
-        std::ofstream(path) << "#!/bin/sh\n" << script << "\n";
-        fs::permissions(path, fs::perms(0755));
-    }
+    static void database(const std::string& script) { utility(kApi + "database.php", script); }
 
     // What is kept of these `database` elements: "ID(SAPP-PARAM) ...| DATABASE:USER ...", and "!"
     // behind it if a user failed.
     static std::string keptOf(const std::string& elements) {
-        tXmlRmkDocument dump("<dump>" + elements + "</dump>");
-        dump.initFileDoc("dump");
         RestoredDatabases restored;
-        deployEach(XmlNode(dump.doc(), dump.root()), "*", DatabaseDeployer("a.example", restored));
+        const test::Element dump("<dump>" + elements + "</dump>");
+        deployEach(dump, "*", DatabaseDeployer("a.example", restored));
         std::string kept;
         for (const auto& database : restored.databases) {
             kept += database.id + "(" + database.sappParam + ") ";
@@ -48,10 +30,7 @@ class DatabaseIds : public testing::Test {
     }
 
   private:
-    TempDir dir_;
-    RecordingLog debugLog_;
-    SessionLifetimeController session_{dir_.path("session")};
-    XmlLog result_;
+    static inline const std::string kApi = "vlib/api-cli/";
 };
 
 }  // namespace
@@ -59,9 +38,9 @@ class DatabaseIds : public testing::Test {
 // Catches: a user who is told of another database, and one database's users that replace those of
 // another.
 TEST_F(DatabaseIds, AreKeptOfAllDatabases) {
-    utility("database",
-            "case \"$*\" in *-add_user*) echo New database user ID = ${2#d}$4;;\n"
-            "*fail*) exit 1;; *) echo \"<database-id>${2#d}</database-id>\";; esac");
+    database(
+        "case \"$*\" in *-add_user*) echo New database user ID = ${2#d}$4;;\n"
+        "*fail*) exit 1;; *) echo \"<database-id>${2#d}</database-id>\";; esac");
     EXPECT_EQ(keptOf("<database name='d1' type='mysql' version='3' sapp-param='main'>"
                      "<dbuser name='5'/><dbuser name='6'/></database>"
                      "<database name='fail' version='3'><dbuser name='4'/></database>"
@@ -82,8 +61,8 @@ TEST_F(DatabaseIds, OfUsersAreTheWholeAnswer) {
         {"echo 'New database user ID =  12'", "|"},
         {"exit 1", "|!"}};
     for (const auto& [answer, kept] : answers) {
-        utility("database", "case \"$*\" in *-add_user*) " + answer +
-                                ";; *) echo '<database-id>1</database-id>';; esac");
+        database("case \"$*\" in *-add_user*) " + answer +
+                 ";; *) echo '<database-id>1</database-id>';; esac");
         EXPECT_EQ(keptOf("<database name='d' version='3'><dbuser name='u'/></database>"),
                   "1() " + kept)
             << answer;

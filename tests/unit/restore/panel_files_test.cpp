@@ -5,18 +5,13 @@
 
 #include <sys/stat.h>
 
-#include "commons/session.h"
-#include "exec/cli_exec.h"
-#include "panel_box.h"
-#include "recording_log.h"
-#include "report/result_log.h"
+#include "deploying.h"
 #include "restore/domain/webalizer.h"
 #include "restore/objects/certificate.h"
 #include "restore/objects/cron.h"
 #include "restore/objects/file_list.h"
 #include "restore/objects/installed_site_app.h"
 #include "told.h"
-#include "xml/xml_document.h"
 
 using namespace zelvo;
 using test::faultOf;
@@ -26,33 +21,24 @@ namespace fs = std::filesystem;
 namespace {
 
 const std::string kUtility =
-    "#!/bin/sh\nexec >>$(dirname $0)/calls\nprintf %s $(basename $0 .php)\nfor a; do\n"
+    "exec >>$(dirname $0)/calls\nprintf %s $(basename $0 .php)\nfor a; do\n"
     "case $a in */RMK/tmp/*) a=[$(stat -c '%u:%g %a' $a):$(cat $a)];; esac; printf ' %s' \"$a\"\n"
-    "done\necho\n";
+    "done\necho";
 
-class PanelFiles : public testing::Test {
+class PanelFiles : public test::Deploying {
   protected:
     PanelFiles() {
-        CliExec::first_run = CliExec::use_gate = false;
         fs::create_directories(tmp_);
-        for (const char* utility : {"vlib/api-cli/certificate.php", "vlib/api-cli/custombutton.php",
-                                    "vlib/api-cli/database.php", "vlib/api-cli/siteapp-item.php",
-                                    "vlib/api-cli/siteapp-registrar.php",
-                                    "vlib/api-cli/webstat.php", "sbin/crontabmng"}) {
-            const fs::path path = panelBox.dir.path("product/admin/") + utility;
-            fs::create_directories(path.parent_path());
-            std::ofstream(path) << kUtility;
-            fs::permissions(path, fs::perms(0755));
+        for (const char* name : {"certificate", "custombutton", "database", "siteapp-item",
+                                 "siteapp-registrar", "webstat"}) {
+            utility(std::string("vlib/api-cli/") + name + ".php", kUtility);
         }
-        theLog = &result_;
+        utility("sbin/crontabmng", kUtility);
     }
-    ~PanelFiles() override { theLog = nullptr; }
 
     // What the deployer calls for an element.
     static std::string callsFor(const XmlDeployDocAbility& deployer, const std::string& element) {
-        tXmlRmkDocument dump("<dump>" + element + "</dump>");
-        dump.initFileDoc("dump");
-        deployer.act(XmlNode(dump.doc(), dump.root()).getNode("*"));
+        deployer.act(test::Element(element));
         EXPECT_TRUE(fs::is_empty(tmp_)) << element;
         return takeCalls();
     }
@@ -67,12 +53,6 @@ class PanelFiles : public testing::Test {
     }
 
     static inline const std::string tmp_ = panelBox.dir.path("product/RMK/tmp");
-
-  private:
-    TempDir dir_;
-    RecordingLog debugLog_;
-    SessionLifetimeController session_{dir_.path("session")};
-    XmlLog result_;
 };
 
 // The temporary directory on a disk of its own.
@@ -122,9 +102,8 @@ TEST_F(PanelFiles, HoldTheElementOfAnApplication) {
     const std::string element =
         "<sapp-installed><sapp-spec><sapp-name>w\u00efki</sapp-name></sapp-spec>"
         "<settings>a <b/>\n</settings></sapp-installed>";
-    tXmlRmkDocument hosting;
-    hosting.initNewDoc("phosting");
-    DomainVHostRefferred content(XmlNode(hosting.doc(), hosting.root()), "a", "");
+    const test::Element hosting("<phosting/>");
+    DomainVHostRefferred content(hosting, "a", "");
     const InstalledSiteAppDeployer applications({"a", "bob", ""}, content, "s");
     EXPECT_EQ(callsFor(applications, element),
               "siteapp-item --add-to-pool bob -sapp-name w\u00efki -sapp-version \n"

@@ -10,13 +10,12 @@
 #include <utility>
 #include <vector>
 
-#include "recording_log.h"
+#include "deploying.h"
 #include "report/error_functions.h"
 #include "restore/toolbox/deploy_doc_ability.h"
 #include "restore/toolbox/list_operator.h"
 #include "restore/toolbox/option_table.h"
 #include "restore/toolbox/passwd.h"
-#include "xml/xml_document.h"
 
 using namespace zelvo;
 using testing::ElementsAre;
@@ -49,28 +48,26 @@ TEST(AddressPatterns, AreWhatTheSpamFilterWants) {
 }
 
 TEST(ListOperator, TakesTheNodesOfItsActionWord) {
-    tXmlRmkDocument dump(
-        std::string("<list><i>a</i><i deployer-action='create'>b</i>"
-                    "<i deployer-action='delete'>c</i><i/><i>d</i></list>"));
-    dump.initFileDoc("list");
-    tDeployDocAbility::doc_ = dump.doc();
+    const test::Element root(
+        "<list><i>a</i><i deployer-action='create'>b</i>"
+        "<i deployer-action='delete'>c</i><i/><i>d</i></list>");
+    const XmlNode list(root);
+    tDeployDocAbility::doc_ = list.doc();
     const std::pair<const char*, const char*> kRows[] = {
         {"", "a,b,d"}, {"create", "a,b,d"}, {"delete", "c"}, {"update", ""}};
     for (const auto& [word, expected] : kRows) {
-        std::string list;
-        foreach_xmlnode(tXPathExpr(dump.doc(), "i", dump.root()),
-                        tPeriodSeparatedListOperator(list, word), deploy_error_func);
-        EXPECT_EQ(list, expected) << word;
+        std::string text;
+        foreach_xmlnode(tXPathExpr(list.doc(), "i", list.node()),
+                        tPeriodSeparatedListOperator(text, word), deploy_error_func);
+        EXPECT_EQ(text, expected) << word;
     }
 }
 
 // Catches: an option that is sent though it must not be, or not sent, or with another value.
 TEST(OptionRules, MakeTheValueOrNone) {
-    tXmlRmkDocument dump(
-        std::string("<e yes='true' no='false' odd='True' nil=''><p encoded='true'>Yg==</p>"
-                    "<p>Yg==</p><i>a</i><i/><i>ä c</i></e>"));
-    dump.initFileDoc("e");
-    const XmlNode node(dump.doc(), dump.root());
+    const test::Element node(
+        "<e yes='true' no='false' odd='True' nil=''><p encoded='true'>Yg==</p>"
+        "<p>Yg==</p><i>a</i><i/><i>ä c</i></e>");
     const std::pair<OptionRule, std::vector<std::pair<const char*, const char*>>> kRows[] = {
         {ifThere, {{"@nil", ""}, {"@none", nullptr}}},
         {always, {{"@none", ""}, {"i", "a"}}},
@@ -91,11 +88,10 @@ TEST(OptionRules, MakeTheValueOrNone) {
 
 // Catches: settings that reach only one of the two places.
 TEST(ScriptingOptions, GoToTheCommandAndToTheList) {
-    tXmlRmkDocument dump(std::string("<scripting fp='true' php='true' unknown='x'/>"));
-    dump.initFileDoc("scripting");
+    const test::Element node("<scripting fp='true' php='true' unknown='x'/>");
     ExecCmd cmd("site");
     tDeployDocAbility::NamedValues list;
-    tDeployDocAbility().getScriptingOpts(XmlNode(dump.doc(), dump.root()), false, cmd, list);
+    tDeployDocAbility().getScriptingOpts(node, false, cmd, list);
     EXPECT_THAT(list, ElementsAre(Pair("php", "true"), Pair("fp", "true")));
     EXPECT_EQ(cmd.getString(), "site -php true -fp true");
 }
