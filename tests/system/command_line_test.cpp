@@ -159,42 +159,30 @@ TEST(Session, ThatExistsStaysAsItIs) {
     EXPECT_EQ(countOf(box.logText(), "deployer started : "), 2);
 }
 
-TEST(Session, HasNoResultOfAnEarlierRunWhileTheNextOneWorks) {
-    Sandbox box;
-    box.writeDump(kBob);
-    box.writeFile("session/migration.result", "old");
-    box.deployIn(
-        "P=/opt/qrd/RMK/correct_aw_statistics.pl; rm $P; echo '#!/bin/sh\nls '$S' >'$S"
-        "'/../seen' >$P; chmod +x $P; exec \"$0\" \"$@\"");
-    EXPECT_EQ(box.readFile("seen"), "archives\nmigration.log\nmigration.status\nrestore.xml\n");
-    EXPECT_EQ(codesOf(box), kSuccess);
-}
-
 // ---- what a run says of itself ----
-
-TEST(Log, BeginsAndEndsWithTheRun) {
-    Sandbox box;
-    box.writeDump(kBob);
-    box.succeeds({"--deploy-dump", "--repository-pwd", "pass word$1", kAt, "stray"});
-    EXPECT_THAT(box.logText(),
-                HasSubstr(" INFO p.log: deployer started : " + Sandbox::deployer() +
-                          " --deploy-dump --repository-pwd pass\\ word\\$1 " + kAt + " stray\n"));
-    EXPECT_THAT(box.logText(), HasSubstr(" INFO p.log: Migration finished\n"));
-    EXPECT_THAT(box.logText(), EndsWith(" INFO p.log: deployer finished. Exit code: 0\n"));
-}
 
 TEST(Log, GoesToStandardErrorOnlyWithDebug) {
     Sandbox box;
     box.writeDump(kBob);
-    EXPECT_EQ(box.succeeds({"--deploy-dump", "--verbose", kAt}).out, "");
-    EXPECT_THAT(box.logText(), HasSubstr("DEBUG p.deployer: Validate dump"));
+    const std::string begin = " INFO p.log: deployer started : " + Sandbox::deployer() + " ";
+    const std::string validation = "DEBUG p.deployer: Validate dump";
+    const std::string end = " INFO p.log: deployer finished. Exit code: 0\n";
+    const std::string rest = "--verbose --repository-pwd pass\\ word\\$1 " + kAt + " stray\n";
+    EXPECT_EQ(box.succeeds({"--deploy-dump", "--verbose", "--repository-pwd", "pass word$1", kAt,
+                            "stray"})
+                  .out,
+              "");
+    for (const std::string& line : {begin + "--deploy-dump " + rest,
+                                    std::string(" INFO p.log: Migration finished\n"), validation}) {
+        EXPECT_THAT(box.logText(), HasSubstr(line));
+    }
+    EXPECT_THAT(box.logText(), EndsWith(end));
     const auto run = box.run({"--deploy-dump", "--debug", "--verbose", kAt});
     EXPECT_EQ(run.out, "");
+    const std::string specification =
+        validation + " using restore specification: /opt/qrd/RMK/restore-specification.xsd\n";
     for (const std::string& line :
-         {std::string("INFO p.log: deployer started : "), std::string("ENV[LANG]=en_US.UTF-8\n"),
-          std::string("DEBUG p.deployer: Validate dump using restore specification: "
-                      "/opt/qrd/RMK/restore-specification.xsd\n"),
-          std::string("INFO p.log: deployer finished. Exit code: 0\n")}) {
+         {begin, std::string("ENV[LANG]=en_US.UTF-8\n"), specification, end}) {
         EXPECT_THAT(run.err, HasSubstr(line));
     }
 }

@@ -133,10 +133,11 @@ void waitForStart(const Sandbox& box) {
 }
 
 // Waits for the moment in which the result begins to be written.
-void waitForResult(const Sandbox& box) {
+void waitForResult(const Sandbox& box, const std::string& old) {
     for (const auto end = Clock::now() + 10s; Clock::now() < end;) {
         for (const auto& file : std::filesystem::directory_iterator(box.sessionDir())) {
-            if (file.path().filename().string().starts_with("migration.result")) return;
+            const std::string name = file.path().filename();
+            if (name.starts_with("migration.result") && box.resultText() != old) return;
         }
         std::this_thread::sleep_for(200us);
     }
@@ -161,43 +162,33 @@ void expectNothingHalfDone(const Sandbox& box, const std::string& old) {
     }
 }
 
-// Before the first call, between two, in the last one; and at moments that no call marks.
+// Before the first call, between two, in the last one; at moments that no call marks; and while a
+// long result is saved.
 TEST(Killing, AtAnyMomentLeavesNothingHalfDone) {
     const std::string old = "<execution-result status=\"error\"> </execution-result>\n";
-    for (const int moment : {-5, -3, -1, 0, 2, 5, 9, 14, 20}) {
+    for (const int moment : {-5, -3, -1, 0, 2, 5, 9, 14, 20, 100, 102, 104, 106}) {
         SCOPED_TRACE(moment);
+        const bool isAtCall = moment < 0;
+        const bool isAtResult = moment >= 100;
         Sandbox box;
         box.withoutModel();
         box.writeDump(kTwoClients);
         box.writeFile("session/migration.result", old);
-        if (moment < 0) box.faults("call " + std::to_string(-moment) + ": signal-parent KILL");
+        if (isAtCall) box.faults("call " + std::to_string(-moment) + ": signal-parent KILL");
+        if (isAtResult) box.faults("call 1: print 4000000; exit 1");
         Process run = box.startDeployer(Sandbox::deployment());
-        if (moment >= 0) {
-            waitForStart(box);
-            std::this_thread::sleep_for(moment * 1ms);
+        if (!isAtCall) {
+            isAtResult ? waitForResult(box, old) : waitForStart(box);
+            std::this_thread::sleep_for(moment % 100 * 1ms);
             run.signal(SIGKILL);
-            run.wait();
-        } else {
-            EXPECT_EQ(run.wait().signal, SIGKILL);
+        }
+        const int signal = run.wait().signal;
+        if (isAtCall) {
+            EXPECT_EQ(signal, SIGKILL);
             EXPECT_EQ(box.resultText(), "");
             EXPECT_NE(box.statusText(), "");
         }
         expectNothingHalfDone(box, old);
-    }
-}
-
-TEST(Killing, WhileTheResultIsSavedLeavesNoneOrAWholeOne) {
-    for (int moment = 0; moment < 4; ++moment) {
-        Sandbox box;
-        box.withoutModel();
-        box.writeDump(kTwoClients);
-        box.faults("call 1: print 4000000; exit 1");
-        Process run = box.startDeployer(Sandbox::deployment());
-        waitForResult(box);
-        std::this_thread::sleep_for(moment * 2ms);
-        run.signal(SIGKILL);
-        run.wait();
-        expectNothingHalfDone(box, "");
     }
 }
 

@@ -30,6 +30,12 @@ class RegularUnpackerTest : public Unpacking {
         return unpacker.untar(cid, to, includes, "webmaster", "qrdcln", 0);
     }
 
+    void emptyDestination() const {
+        for (const auto& entry : std::filesystem::directory_iterator(to)) {
+            std::filesystem::remove_all(entry);
+        }
+    }
+
     zelvo::RegularUnpacker unpacker;
     const std::string to = dir.path("session/out/to");
 };
@@ -69,9 +75,7 @@ TEST_F(RegularUnpackerTest, RestoresEveryOwnerAndMode) {
             ASSERT_EQ(paths.size(), 1U);
             EXPECT_TRUE(paths[0].starts_with(to + "/" + (what == "." ? "" : from.substr(1))))
                 << paths[0];
-            for (const auto& entry : std::filesystem::directory_iterator(to)) {
-                std::filesystem::remove_all(entry);
-            }
+            emptyDestination();
         }
     }
 }
@@ -143,9 +147,7 @@ TEST_F(RegularUnpackerTest, KeepsHostileArchivesInTheirDestination) {
         EXPECT_EQ(attributesOf(victim), "100644 0:0");
         EXPECT_FALSE(std::filesystem::exists(outside + "/evil"));
         EXPECT_FALSE(std::filesystem::exists(outside + "/out/evil"));
-        for (const auto& entry : std::filesystem::directory_iterator(to)) {
-            std::filesystem::remove_all(entry);
-        }
+        emptyDestination();
     }
     EXPECT_FALSE(std::filesystem::exists("/evil"));
 }

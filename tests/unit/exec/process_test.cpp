@@ -12,11 +12,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdlib>
 #include <cstring>
-#include <fstream>
 #include <iostream>
 #include <tuple>
+
+#include "temp_dir.h"
 
 using namespace zelvo;
 
@@ -185,14 +185,12 @@ TEST(Child, BecomesAnOutsider) {
 }
 
 TEST(Child, IsFoundInThePathThatItSees) {
-    std::string dir = testing::TempDir() + "process-test-XXXXXX";
-    const std::string path = std::string(mkdtemp(dir.data())) + "/zt-tool";
-    std::ofstream(path) << "echo script $0 $1 $#";  // No header: the shell runs it.
+    const TempDir dir;
+    // No header: the shell runs it.
+    const std::string path = dir.write("zt-tool", "echo script $0 $1 $#");
     chmod(path.c_str(), 0755);
-    const ChildRun run("zt-tool", {"ignored", "one two"}, "", {{"PATH", dir}});
-    EXPECT_EQ(run.out, "script " + path + " one two 1\n");
-    unlink(path.c_str());
-    rmdir(dir.c_str());
+    const ChildRun run("zt-tool", {"ignored", "one two"}, "", {{"PATH", dir.path("")}});
+    EXPECT_EQ(run.out, "script " + dir.path("/zt-tool") + " one two 1\n");
 }
 
 TEST(FailedStart, IsToldInBothStreamsWithCode1) {

@@ -3,12 +3,10 @@
 #include <stdexcept>
 
 #include "lib/base64.h"
-#include "lib/idn.h"
 #include "lib/shell_quote.h"
 
 namespace {
 
-using namespace zelvo::idn;
 using zelvo::sh_quote;
 
 // Catches: a line break that costs data, a byte made of left-over bits.
@@ -29,24 +27,6 @@ TEST(Base64, GivesAllWholeBytesAndNamesWhatItSkips) {
         EXPECT_EQ(bytes, zelvo::base64_decode(text));
         EXPECT_EQ(complaint, testing::internal::GetCapturedStderr());
     }
-}
-
-std::string refusal(std::string (*convert)(const std::string&), const std::string& name) {
-    try {
-        return convert(name);
-    } catch (const IdnaError& failure) {
-        return std::to_string(failure.code()) + " " + failure.what();
-    }
-}
-
-// The tests run in the C locale, on which nothing may depend.
-TEST(Idn, ChangesOrRefusesWhatIsNoPlainName) {
-    EXPECT_EQ("_az.example.com", toAscii("_AZ.Example.COM"));
-    EXPECT_EQ("5 Invalid length", refusal(toAscii, "a..b"));
-    EXPECT_EQ("8 ACE prefix found", refusal(toAscii, "xn--\u00E9"));
-    EXPECT_EQ("9 Iconv error", refusal(toAscii, "b\xFC"));
-    EXPECT_EQ("9 Iconv error", refusal(toUtf8, "b\xFC"));
-    EXPECT_STREQ("Unknown error", idn_strerror(10));
 }
 
 // Catches: an argument that a shell would read as more than itself.

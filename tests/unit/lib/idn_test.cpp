@@ -34,9 +34,23 @@ TEST(Idn, AgreesWithPublishedNames) {
     // RFC 3490, section 3.1: these count as dots. Folded by RFC 3491: sharp s, full width.
     EXPECT_EQ("xn--r8jz45g.xn--zckzah.a.b", zelvo::idn::toAscii("例え\u3002テスト\uFF0Ea\uFF61b"));
     EXPECT_EQ("fass.abc", zelvo::idn::toAscii("faß.\uFF21BC"));
+    EXPECT_EQ("_az.example.com", zelvo::idn::toAscii("_AZ.Example.COM"));
 }
 
+// The tests run in the C locale, on which nothing may depend.
 TEST(Idn, RefusesByNullAndReason) {
+    const auto codeOf = [](string (*convert)(const string&), const string& name) {
+        try {
+            return string("none for ") + convert(name);
+        } catch (const zelvo::idn::IdnaError& failure) {
+            return std::to_string(failure.code()) + " " + failure.what();
+        }
+    };
+    EXPECT_EQ("5 Invalid length", codeOf(zelvo::idn::toAscii, "a..b"));
+    EXPECT_EQ("8 ACE prefix found", codeOf(zelvo::idn::toAscii, "xn--\u00E9"));
+    EXPECT_EQ("9 Iconv error", codeOf(zelvo::idn::toAscii, "b\xFC"));
+    EXPECT_EQ("9 Iconv error", codeOf(zelvo::idn::toUtf8, "b\xFC"));
+    EXPECT_STREQ("Unknown error", idn_strerror(10));
     EXPECT_EQ("null: Invalid length", textOf(idn_toascii("a..b")));
     EXPECT_EQ("a", textOf(idn_toascii("A")));
     EXPECT_EQ(0, idn_errno);

@@ -68,30 +68,11 @@ TEST(FtpListing, IsNotWorthForEver) {
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10));
 }
 
-TEST(FtpUrl, TakesALogin) {
-    struct Login {
-        const char* login;
-        const char* password;
-        const char* result;
-        bool inUrl;
-    };
-    for (const Login& row : {Login{"u", "p:@/%", "u:p:@/%", false},
-                             {"", "", ":", false},
-                             {"u:v", "p", "u%3Av:p", true},
-                             {"%:", "@/:", "%25%3A:%40%2F%3A", true},
-                             {"a:#", "? ", "a%3A%23:%3F%20", true}}) {
-        std::string result;
-        bool inUrl = !row.inUrl;
-        GetAuthStr(row.login, row.password, result, inUrl);
-        EXPECT_EQ(row.result, result);
-        EXPECT_EQ(row.inUrl, inUrl) << row.login;
-    }
+// That a login and a path come back as they went in is the law of the fuzz target.
+TEST(FtpUrl, HoldsALoginAndAnEncodedPath) {
     EXPECT_EQ("ftp://u:p@h/d", GetUrlWithAuth("ftp://h/d", "u:p"));
     EXPECT_EQ("u:p@h/d", GetUrlWithAuth("h/d", "u:p"));
     EXPECT_EQ("ftp://h/a@b", urlWithoutLogin("ftp://u:p@h/a@b"));
-}
-
-TEST(FtpUrl, IsEncodedComponentByComponent) {
     EXPECT_EQ("ftp://h:21/a%23%3B/%3F%25//%20b", encodeFtpUrl("ftp://h:21/a#;/?%// b"));
     EXPECT_EQ("ftp://h/", encodeFtpUrl("ftp://h"));
     for (const char* url : {"ftp://h/a\r\nDELE b", "http://h/", "ftp://h/\x7f"}) {

@@ -47,8 +47,7 @@ TEST_F(Import, MakesABackupThatIsFoundAndChecked) {
                "clients/7/d/p_y_1203011530.tar " +
                items + "GUID_G " + items + "objectid_7 " + items + "owner_O " + items + "size_5"),
         files());
-    std::vector<BackupInfo> found;
-    repository_.BackupsList("client", "G", "O", found, true);
+    const auto found = backupsIn(repository_, "client", "G", "O", true);
     ASSERT_EQ(1U, found.size());
     EXPECT_EQ(BackupStatus::kOk, found[0].validation.at(0).status);
     EXPECT_EQ(DumpImportStatus::kAlreadyThere,
@@ -151,8 +150,7 @@ TEST_F(Import, GoesToAndFromServers) {
     EXPECT_EQ(BackupStatus::kOk, far.ValidatePackedBackup("b/x_1203011532.tgz").at(0).status);
     EXPECT_EQ(info_, far.ImportFromRepo(far, "b/x_1203011531.tgz", "client", "O").path);
     for (int i = 0; i < 2; ++i) {
-        std::vector<BackupInfo> found;
-        far.BackupsList("client", "G", "O", found, true);
+        const auto found = backupsIn(far, "client", "G", "O", true);
         ASSERT_EQ(1U, found.size());
         EXPECT_EQ(BackupStatus::kOk, found[0].validation.at(0).status);
     }

@@ -46,11 +46,8 @@ TEST_F(Listing, FindsTheBackupsOfAnObject) {
         {"server", "H", "", name + ".xml:5 "},
     };
     for (const auto& row : rows) {
-        std::vector<BackupInfo> found;
-        repository_.BackupsList(row.type, row.guid, row.owner, found);
-        std::sort(found.begin(), found.end(),
-                  [](const auto& a, const auto& b) { return a.path < b.path; });
-        EXPECT_EQ(row.found, pathsOf(found)) << row.type << row.guid << row.owner;
+        EXPECT_EQ(row.found, pathsOf(backupsIn(repository_, row.type, row.guid, row.owner)))
+            << row.type << row.guid << row.owner;
     }
     EXPECT_EQ(10U, repository_.GetDiskUsage("client", "G", ""));
     EXPECT_THROW(repository_.GetDiskUsage("x", "G", ""), RepositoryException);

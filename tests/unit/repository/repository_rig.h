@@ -67,6 +67,17 @@ class RepositoryRig : public testing::Test {
                                      owner, "server", "G", "7");
     }
 
+    // The backups of an object, sorted by their paths.
+    static std::vector<BackupInfo> backupsIn(tRepository& repository, const std::string& type,
+                                             const std::string& guid, const std::string& owner,
+                                             bool validate = false) {
+        std::vector<BackupInfo> found;
+        repository.BackupsList(type, guid, owner, found, validate);
+        std::sort(found.begin(), found.end(),
+                  [](const auto& a, const auto& b) { return a.path < b.path; });
+        return found;
+    }
+
     // The files of the repository, sorted.
     static std::string files(const std::string& root) {
         std::vector<std::string> names;
