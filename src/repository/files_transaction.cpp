@@ -1,5 +1,7 @@
 #include "repository/files_transaction.h"
 
+#include <algorithm>
+
 #include "repository/repository_log.h"
 
 namespace zelvo {
@@ -16,6 +18,10 @@ void removeEach(const std::vector<std::string>& paths, Remove&& remove) {
             LogMsg(failure);
         }
     }
+}
+
+bool isDeeper(const std::string& path, const std::string& other) {
+    return std::count(path.begin(), path.end(), '/') > std::count(other.begin(), other.end(), '/');
 }
 
 }  // namespace
@@ -35,8 +41,20 @@ void tFilesTransaction::Commit() {
 void tFilesTransaction::Rollback() {
     requireStarted();
     removeEach(createdFiles_, [&](const std::string& path) { transport_->Delete(path); });
-    removeEach(createdDirs_, [&](const std::string& path) { transport_->DeleteDir(path); });
+    std::stable_sort(createdDirs_.begin(), createdDirs_.end(), isDeeper);
+    removeEach(createdDirs_, [&](const std::string& path) { removeIfEmpty(path); });
     finish();
+}
+
+// What another operation has made there since is not this one's.
+void tFilesTransaction::removeIfEmpty(const std::string& dir) {
+    std::vector<std::string> names;
+    transport_->ListDir(dir, names);
+    if (names.empty()) {
+        transport_->DeleteDir(dir);
+    } else {
+        LogMsg("The dir " + dir + " is not empty and stays");
+    }
 }
 
 void tFilesTransaction::requireStarted() const {

@@ -21,7 +21,8 @@ class tFilesTransaction {
     void Begin();
     // Forgets what was made; it stays. These two raise TransactionError when it is not started.
     void Commit();
-    // Removes what was made, in the order in which it was; a failure is logged and costs its own
+    // Removes what was made, files in the order in which they were and then directories, the
+    // deepest first and only those that hold nothing else; a failure is logged and costs its own
     // entry alone.
     void Rollback();
     bool IsStarted() const { return started_; }
@@ -31,6 +32,7 @@ class tFilesTransaction {
     void AddCreatedDir(const std::string& path);
 
   private:
+    void removeIfEmpty(const std::string& dir);
     void requireStarted() const;
     void finish();
 

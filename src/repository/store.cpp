@@ -123,7 +123,7 @@ void tRepository::AddFilesToTransaction(const std::string& dir, const Paths& fil
     for (const std::string& file : files) {
         const std::string path = joinPath(dir, file);
         if (path.ends_with('/')) {
-            transaction_->AddCreatedDir(path);
+            transaction_->AddCreatedDir(path.substr(0, path.size() - 1));
         } else {
             transaction_->AddCreatedFile(path);
         }

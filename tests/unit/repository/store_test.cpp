@@ -59,12 +59,14 @@ TEST_F(Store, UndoesWhatItMadeAndNothingElse) {
     EXPECT_EQ("Transaction error: transaction already started",
               messageOf([&] { repository_.BeginTransaction(); }));
     repository_.AddFilesToTransaction("none", {"a", "b/"});
+    repository_.CreateDir("new/below");
+    dir_.write("r/new/of another", "");
     repository_.RollbackTransaction();
-    EXPECT_EQ("old/file ", files());
+    EXPECT_EQ("new/of another old/file ", files());
     repository_.Put(in, "later");
     EXPECT_EQ("Transaction error: transaction not started",
               messageOf([&] { repository_.RollbackTransaction(); }));
-    EXPECT_EQ("later old/file ", files());
+    EXPECT_EQ("later new/of another old/file ", files());
 }
 
 TEST_F(Store, KeepsAnIndex) {
