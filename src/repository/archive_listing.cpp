@@ -1,5 +1,6 @@
 #include "repository/archive_listing.h"
 
+#include <algorithm>
 #include <boost/algorithm/string/classification.hpp>
 #include <boost/algorithm/string/join.hpp>
 #include <boost/algorithm/string/split.hpp>
@@ -14,6 +15,9 @@
 namespace zelvo {
 
 namespace {
+
+// As deep as a directory may be that is packed.
+constexpr int kMaxDepth = 64;
 
 [[noreturn]] void refuseMember(const std::string& member, const std::string& reason) {
     throw ImportException(
@@ -49,6 +53,9 @@ void requireInsideDestination(const std::string& member) {
     if (member.empty() || member[0] == '/' || hasParentStep(member) ||
         hasControlCharacter(member)) {
         refuseMember(member, "is no name of a repository");
+    }
+    if (std::count(member.begin(), member.end(), '/') > kMaxDepth) {
+        refuseMember(member, "is too deep");
     }
 }
 

@@ -1,7 +1,6 @@
 // The half of tRepository that turns an archive into a structured backup.
 #include <algorithm>
 #include <boost/algorithm/string/join.hpp>
-#include <set>
 
 #include "repository/archive_extraction.h"
 #include "repository/archive_listing.h"
@@ -11,7 +10,7 @@
 #include "repository/imported_files.h"
 #include "repository/info_xml_reader.h"
 #include "repository/names.h"
-#include "repository/new_dirs.h"
+#include "repository/new_entries.h"
 #include "repository/object_types.h"
 #include "repository/path_guard.h"
 #include "repository/repository.h"
@@ -127,21 +126,14 @@ DumpImportResult tRepository::ImportFromRepo(tRepository& source, const std::str
 
 // Before the first byte: an archive that cannot be unpacked to its end leaves files as well.
 void tRepository::noteImport(const std::string& dest, const Paths& files) {
-    NewDirs newDirs(*transport_);
+    NewEntries entries(*transport_);
     for (const std::string& file : files) {
-        const std::string path = joinPath(dest, file);
-        if (!newDirs.contain(parentOf(path)) && !path.ends_with('/') && transport_->IsExist(path)) {
-            refuse("file '" + path + "' exists");
+        const std::string inTheWay = entries.note(joinPath(dest, file));
+        if (!inTheWay.empty()) {
+            refuse("file '" + inTheWay + "' exists");
         }
     }
-    for (const std::string& file : files) {
-        if (!file.ends_with('/')) {
-            transaction_->AddCreatedFile(joinPath(dest, file));
-        }
-    }
-    for (const std::string& dir : newDirs.made()) {
-        transaction_->AddCreatedDir(dir);
-    }
+    AddFilesToTransaction("", entries.made());
 }
 
 void tRepository::finishImport(const std::string& dest, const std::string& infoName,

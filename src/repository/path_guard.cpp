@@ -1,7 +1,7 @@
 #include "repository/path_guard.h"
 
 #include <algorithm>
-#include <boost/filesystem/path.hpp>
+#include <sstream>
 
 #include "commons/path_steps.h"
 #include "repository/repository_errors.h"
@@ -29,9 +29,19 @@ std::string relativePath(const std::string& path) {
     return relative;
 }
 
+std::string normalPath(const std::string& path) {
+    std::string normal;
+    std::istringstream components(relativePath(path));
+    for (std::string component; std::getline(components, component, '/');) {
+        if (!component.empty() && component != ".") {
+            normal = joinPath(normal, component);
+        }
+    }
+    return normal;
+}
+
 const std::string& requireInside(const std::string& path) {
-    // Nothing but slashes, and dots that are components.
-    if (boost::filesystem::path("./" + relativePath(path) + "/").lexically_normal() == "./") {
+    if (normalPath(path).empty()) {
         refusePath(path, "it is the whole repository");
     }
     return path;

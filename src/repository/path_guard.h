@@ -10,6 +10,10 @@ namespace zelvo {
 // the place that it is relative to (a component "..") or that no command can hold (NUL, CR, LF).
 std::string relativePath(const std::string& path);
 
+// The path in the one form that a search gives it: as relativePath leaves it, without components
+// that are empty or ".", also at its end. Raises what that raises.
+std::string normalPath(const std::string& path);
+
 // Returns the path if it is not the place itself, which no operation may remove. Raises
 // TransportException.
 const std::string& requireInside(const std::string& path);

@@ -201,8 +201,10 @@ class tRepository {
     // An open stream of a file, which is noted in the transaction if it is new. Raises StreamError.
     std::unique_ptr<orepostream> openToWrite(const std::string& path);
     std::unique_ptr<irepostream> openToRead(const std::string& path);
-    // Notes the directory above a new file in the transaction if it is new too.
-    void noteParents(const std::string& path);
+    // Notes in the transaction what is not there yet of a path: the entry, a directory if it ends
+    // in
+    // "/", and the directories above it, which are made with a file.
+    void noteNew(const std::string& path);
     // Makes the directory if there is none.
     void requireDir(const std::string& path);
     // Writes an archive to file. files: below dir.

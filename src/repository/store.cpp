@@ -3,7 +3,7 @@
 #include <sstream>
 
 #include "repository/local_files.h"
-#include "repository/new_dirs.h"
+#include "repository/new_entries.h"
 #include "repository/path_guard.h"
 #include "repository/repository.h"
 
@@ -68,30 +68,21 @@ std::string tRepository::GetInfo(const std::string& repoFile) {
 }
 
 std::unique_ptr<orepostream> tRepository::openToWrite(const std::string& path) {
-    bool isNew = false;
-    std::unique_ptr<orepostream> out;
     try {
-        isNew = transaction_->IsStarted() && !transport_->IsExist(path);
-        if (isNew) {
-            noteParents(path);
-        }
-        out = transport_->PutFile(path);
+        noteNew(path);
+        std::unique_ptr<orepostream> out = transport_->PutFile(path);
         out->open();
+        return out;
     } catch (const ExTraceable& failure) {
         throw EXC_INNER(StreamError, failure) % ("Unable to open " + path);
     }
-    if (isNew) {
-        transaction_->AddCreatedFile(path);
-    }
-    return out;
 }
 
-// They are made with the file.
-void tRepository::noteParents(const std::string& path) {
-    NewDirs dirs(*transport_);
-    dirs.contain(parentOf(path));
-    for (const std::string& dir : dirs.made()) {
-        transaction_->AddCreatedDir(dir);
+void tRepository::noteNew(const std::string& path) {
+    if (transaction_->IsStarted()) {
+        NewEntries entries(*transport_);
+        entries.note(path);
+        AddFilesToTransaction("", entries.made());
     }
 }
 
@@ -107,11 +98,8 @@ std::unique_ptr<irepostream> tRepository::openToRead(const std::string& path) {
 
 void tRepository::CreateDir(const std::string& path) {
     log("Create dir " + path);
-    const bool isNew = transaction_->IsStarted() && isNewDir(*transport_, path);
+    noteNew(joinPath(path, ""));
     transport_->CreateDir(path);
-    if (isNew) {
-        transaction_->AddCreatedDir(path);
-    }
 }
 
 void tRepository::DeleteDir(const std::string& path) {

@@ -104,6 +104,12 @@ TEST_F(Import, RefusesWhatIsNotOneDumpOfTheOwner) {
         {"mkdir $i/GUID_H && touch $i/GUID_H/x", "is no single component"},
         {"mv $i/objectid_7 $i/objectid_9 && echo > p_there_1203011530.tgz",
          "file 'clients/9/p_there_1203011530.tgz' exists"},
+        {"mv $i/objectid_7 $i/objectid_9 && mkdir p_there_1203011530.tgz",
+         "file 'clients/9/p_there_1203011530.tgz' exists"},
+        {"mv $i/objectid_7 $i/objectid_9 && mkdir -p ../o/p_there_1203011530.tgz && add='-C ../o "
+         "p_there_1203011530.tgz/p_z_1203011530.tgz -C ../a' && echo > ../o/p_there_1203011530.tgz/"
+         "p_z_1203011530.tgz",
+         "file 'clients/9/p_there_1203011530.tgz' exists"},
     };
     for (const auto& row : rows) {
         std::filesystem::remove_all(dir_.path("r"));
