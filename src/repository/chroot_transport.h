@@ -34,6 +34,7 @@ class tRepositoryTransportChroot : public tRepositoryTransport {
     // With the root behind it, so that what is made there is received where it belongs.
     std::string GetReceivingDir() override;
     void ReceiveDir(const std::string& path) override;
+    void ClearReceivingDir() noexcept override { parent_.ClearReceivingDir(); }
     CreationDateMixin GetCreationDate(const std::string& path) override;
     std::string GetLocalFile(const std::string& path) override;
     std::string GetLocalDirFiles(const std::string& path,

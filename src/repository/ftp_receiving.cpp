@@ -1,6 +1,7 @@
 #include "repository/ftp_receiving.h"
 
 #include <algorithm>
+#include <boost/filesystem/directory.hpp>
 #include <boost/filesystem/operations.hpp>
 
 #include "commons/temp_names.h"
@@ -45,6 +46,21 @@ const std::string& FtpReceiving::own() {
 }
 
 bool FtpReceiving::isOwn(const std::string& localPath) const { return localPath == own_; }
+
+void FtpReceiving::clear() const noexcept {
+    if (path_.empty()) {
+        return;
+    }
+    try {
+        for (const fs::directory_entry& entry : fs::directory_iterator(path_)) {
+            if (!isOwn(entry.path().string())) {
+                fs::remove_all(entry.path());
+            }
+        }
+    } catch (const fs::filesystem_error& failure) {
+        LogError(std::string("Unable to clear the receiving directory: ") + failure.what());
+    }
+}
 
 std::string FtpReceiving::newFile() { return RMK_getTempFileName(own(), "stream-"); }
 

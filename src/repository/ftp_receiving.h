@@ -23,6 +23,8 @@ class FtpReceiving {
     const std::string& path();
     // Whether a path is the part of it that is not to be sent.
     bool isOwn(const std::string& localPath) const;
+    // Removes all that is to be sent; what was fetched stays. What hinders that is told in the log.
+    void clear() const noexcept;
     // A new empty file.
     std::string newFile();
     // The local name for the file at a path of the repository. Raises TransportError if there is a
@@ -34,6 +36,7 @@ class FtpReceiving {
                         const Fetch& fetch);
 
   private:
+    // The directory of what was fetched.
     const std::string& own();
     void dropFilesBut(const std::vector<std::string>& wanted);
 

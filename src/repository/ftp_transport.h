@@ -40,6 +40,7 @@ class tRepositoryFtp : public tRepositoryTransport {
     std::string GetReceivingDir() override { return receiving_.path(); }
     // Refuses what is neither a file nor a directory, such as a link that an archive left.
     void ReceiveDir(const std::string& path) override;
+    void ClearReceivingDir() noexcept override { receiving_.clear(); }
     // The servers tell none that could be relied on: it is 0.
     CreationDateMixin GetCreationDate(const std::string& path) override;
     // A file that was got already is not got again: that fails.

@@ -30,6 +30,7 @@ class tRepositoryLocal : public tRepositoryTransport {
     bool IsDirExist(const std::string& path) override;
     std::string GetReceivingDir() override { return ""; }
     void ReceiveDir(const std::string&) override {}
+    void ClearReceivingDir() noexcept override {}
     // The time of the last write.
     CreationDateMixin GetCreationDate(const std::string& path) override;
     std::string GetLocalFile(const std::string& path) override;

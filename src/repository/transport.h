@@ -92,6 +92,8 @@ class tRepositoryTransport {
     virtual std::string GetReceivingDir() = 0;
     // Brings the directory path below the receiving directory to its place.
     virtual void ReceiveDir(const std::string& path) = 0;
+    // Empties the receiving directory; what hinders that is told in the log.
+    virtual void ClearReceivingDir() noexcept = 0;
     virtual CreationDateMixin GetCreationDate(const std::string& path) = 0;
     // The name of a local file with the content, which lives as long as the transport.
     virtual std::string GetLocalFile(const std::string& path) = 0;

@@ -24,6 +24,18 @@ std::string localPlace(tRepositoryTransport& transport, const std::string& dest)
     return directory.empty() ? "/" : fs::absolute(directory).string();
 }
 
+// What was made to be sent goes on every way out: the next operation would send it again.
+class ReceivingGuard {
+  public:
+    explicit ReceivingGuard(tRepositoryTransport& transport) : transport_(transport) {}
+    ~ReceivingGuard() { transport_.ClearReceivingDir(); }
+    ReceivingGuard(const ReceivingGuard&) = delete;
+    ReceivingGuard& operator=(const ReceivingGuard&) = delete;
+
+  private:
+    tRepositoryTransport& transport_;
+};
+
 }  // namespace
 
 Paths tRepository::Unpack(const Paths& volumes, const std::string& dest, const Paths& includes) {
@@ -36,6 +48,7 @@ Paths tRepository::UnpackToRepo(const Paths& volumes, tRepository& target, const
     log("Unpack from " + boost::join(volumes, ", ") + " to " + target.place() + "/" + dest);
     const Paths files = bringVolumes(transport(), volumes);
     const std::string directory = localPlace(target.transport(), dest);
+    const ReceivingGuard receiving(target.transport());
     if (!SafeCreateDir(directory)) {
         throw EXC(TransportError) % (dest + " unable to create directory ");
     }

@@ -166,6 +166,11 @@ TEST_F(Import, GoesToAndFromServers) {
         ".discovered/G_7 b/a x_1203011533.tgz b/x_1203011531.tgz b/x_1203011532.tgz "
         "clients/7/.discovered/ clients/7/d/ ",
         files(root));
+    // Catches: an import that sends the files of the one before again.
+    far.UnpackToRepo({"b/x_1203011531.tgz"}, far, "u", {"p_x_1203011530.tgz"});
+    std::filesystem::remove(root + "/u/p_x_1203011530.tgz");
+    far.UnpackToRepo({"b/x_1203011531.tgz"}, far, "u", {"d"});
+    EXPECT_EQ("d/p_y_1203011530.tar ", files(root + "/u"));
     far.ImportFromRepo(near, "in.tgz", "client", "O");
     EXPECT_TRUE(std::filesystem::exists(root + "/" + info_));
 }
