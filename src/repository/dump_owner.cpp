@@ -18,6 +18,13 @@ std::string fullPrefix(const std::string& infoName) {
     return prefix.ends_with('_') ? prefix.substr(0, prefix.size() - 1) : prefix;
 }
 
+// A path that a document or a caller writes as it likes, in the one form that can be compared.
+std::string plainPath(const std::string& path) {
+    const std::string plain = boost::filesystem::path(path).lexically_normal().string();
+    const std::size_t start = plain.starts_with("./") ? 2 : 0;
+    return plain.substr(std::min(plain.find_first_not_of("/\\", start), plain.size()));
+}
+
 // The dumps of one directory that a search by label and first word does not tell apart.
 class SharedDirectory {
   public:
@@ -46,7 +53,7 @@ class SharedDirectory {
             return false;
         }
         const std::string name = fileNameOf(path);
-        return !FileMatchToPrefix(name, own_) || content_.contains(path) ||
+        return !FileMatchToPrefix(name, own_) || content_.contains(plainPath(path)) ||
                std::any_of(others_.begin(), others_.end(), [&](const std::string& other) {
                    return other.size() >= own_.size() && FileMatchToPrefix(name, other);
                });
@@ -80,9 +87,7 @@ class SharedDirectory {
 
 std::string contentPath(const std::string& infoPath, const ContentEntry& entry,
                         const std::string& file) {
-    // As a search finds it, whatever way the document writes it.
-    const std::string path = joinPath(joinPath(parentOf(infoPath), entry.path), file);
-    return boost::filesystem::path(path).lexically_normal().string();
+    return plainPath(joinPath(joinPath(parentOf(infoPath), entry.path), file));
 }
 
 bool IsPartOfAnotherDump(tRepositoryTransport& transport, const std::string& dir,

@@ -179,14 +179,20 @@ TEST_F(Rotation, DeletesOneBackupAndNoFileOfAnother) {
             << row.path << " of " << row.before;
     }
     std::filesystem::remove_all(dir_.path("r"));
-    // What the other document names is the other's, whatever its name.
-    make("n/p_a_info_1203011530.xml n/p_a_x_1203011530.tgz n/d/p_a_x_1203011530.tgz");
-    makeDump(
-        "n/p_info_1203011530.xml", "O",
-        "<admin><cid path='d/./'><content-file>p_a_x_1203011530.tgz</content-file></cid></admin>");
-    repository_.DeleteBackup("n/p_a_info_1203011530.xml");
-    EXPECT_FALSE(std::filesystem::exists(dir_.path("r/n/p_a_x_1203011530.tgz")));
-    EXPECT_TRUE(std::filesystem::exists(dir_.path("r/n/d/p_a_x_1203011530.tgz")));
+    // What the other document names is the other's, whatever its name and however it is written.
+    const std::string own = "p_a_info_1203011530.xml";
+    const std::string file = "p_a_x_1203011530.tgz";
+    for (const auto& [dir, path, named] :
+         {std::tuple{"n/", "d/./", "n/d/"}, std::tuple{"./n/", "", "n/"}, std::tuple{"", "", ""},
+          std::tuple{"", ".", ""}, std::tuple{"", "./", ""}, std::tuple{"", "/", ""}}) {
+        make(dir + own + " " + dir + file + " n/d/" + file);
+        makeDump(std::string(dir) + "p_info_1203011530.xml", "O",
+                 std::string("<admin><cid path='") + path + "'><content-file>" + file +
+                     "</content-file></cid></admin>");
+        repository_.DeleteBackup(dir + own);
+        EXPECT_FALSE(std::filesystem::exists(dir_.path("r/" + (dir + own))));
+        EXPECT_TRUE(std::filesystem::exists(dir_.path("r/" + (named + file)))) << dir << path;
+    }
 }
 
 TEST_F(Rotation, DeletesPackedBackupsWithTheirParts) {
