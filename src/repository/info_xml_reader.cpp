@@ -7,25 +7,53 @@ namespace zelvo {
 
 namespace {
 
-// Reads one cid element, on whose start the reader stands, to its end.
-ContentEntry readEntry(XmlTextReader& reader) {
-    ContentEntry entry;
-    entry.path = reader.attribute("path");
-    if (reader.isEmptyElement()) {
-        return entry;
+// Goes to the next node. A restore expands an entity to whatever the document says, which may be
+// names of files or elements with some, and this reader does not see them.
+bool readPlain(XmlTextReader& reader) {
+    if (!reader.read()) {
+        return false;
     }
-    bool isNameNext = false;
-    while (reader.read() && !(reader.isElementEnd() && reader.name() == "cid")) {
-        if (reader.isElement()) {
-            isNameNext = reader.name() == "content-file" && !reader.isEmptyElement();
+    if (reader.isEntityReference()) {
+        throw EXC(tInfoXmlReader::XmlReaderError) %
+            ("entity '" + reader.name() + "' in an info document");
+    }
+    return true;
+}
+
+// All text of an element that is not empty, on whose start the reader stands, to its end.
+std::string readText(XmlTextReader& reader) {
+    std::string text;
+    for (int depth = 1; depth > 0 && readPlain(reader);) {
+        if (reader.isText()) {
+            text += reader.value();
         } else if (reader.isElementEnd()) {
-            isNameNext = false;
-        } else if (isNameNext && reader.isText()) {
-            entry.files.push_back(reader.value());
-            isNameNext = false;
+            --depth;
+        } else if (reader.isElement() && !reader.isEmptyElement()) {
+            ++depth;
         }
     }
-    return entry;
+    return text;
+}
+
+// Appends one cid element, on whose start the reader stands, to its end, and those in it.
+void readEntry(XmlTextReader& reader, std::vector<ContentEntry>& content) {
+    ContentEntry entry;
+    entry.path = reader.attribute("path");
+    bool isOpen = !reader.isEmptyElement();
+    while (isOpen && readPlain(reader)) {
+        if (reader.isElementEnd()) {
+            isOpen = reader.name() != "cid";
+        } else if (reader.isElement() && reader.name() == "cid") {
+            readEntry(reader, content);
+        } else if (reader.isElement() && reader.name() == "content-file" &&
+                   !reader.isEmptyElement()) {
+            const std::string file = readText(reader);
+            if (!file.empty()) {
+                entry.files.push_back(file);
+            }
+        }
+    }
+    content.push_back(entry);
 }
 
 }  // namespace
@@ -76,9 +104,9 @@ std::string tInfoXmlReader::ReadDescription() {
 std::vector<ContentEntry> tInfoXmlReader::ReadContent() {
     std::vector<ContentEntry> content;
     readDocument(GetLocalPath(), [&](XmlTextReader& reader) {
-        while (reader.readElement()) {
-            if (reader.name() == "cid") {
-                content.push_back(readEntry(reader));
+        while (readPlain(reader)) {
+            if (reader.isElement() && reader.name() == "cid") {
+                readEntry(reader, content);
             }
         }
     });

@@ -44,6 +44,8 @@ class tInfoXmlReader {
     void ReadObject();
     // The markup inside the first description; empty if there is none.
     std::string ReadDescription();
+    // The content entries. Raises XmlReaderError as well for a document with a reference to an
+    // entity of its own making.
     std::vector<ContentEntry> ReadContent();
 
     // Puts a signed document in the place of one that is not. Raises ExecCmd::Failed when the

@@ -59,7 +59,12 @@ bool XmlTextReader::isElementEnd() const {
 
 bool XmlTextReader::isText() const {
     const int type = xmlTextReaderNodeType(reader_.get());
-    return type == XML_READER_TYPE_TEXT || type == XML_READER_TYPE_CDATA;
+    return type == XML_READER_TYPE_TEXT || type == XML_READER_TYPE_CDATA ||
+           type == XML_READER_TYPE_WHITESPACE || type == XML_READER_TYPE_SIGNIFICANT_WHITESPACE;
+}
+
+bool XmlTextReader::isEntityReference() const {
+    return xmlTextReaderNodeType(reader_.get()) == XML_READER_TYPE_ENTITY_REFERENCE;
 }
 
 bool XmlTextReader::isEmptyElement() const {

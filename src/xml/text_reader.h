@@ -30,7 +30,9 @@ class XmlTextReader {
 
     bool isElement() const;
     bool isElementEnd() const;
+    // With blank text and CDATA.
     bool isText() const;
+    bool isEntityReference() const;
     // <name/>, which has no end of its own.
     bool isEmptyElement() const;
     // With its prefix.

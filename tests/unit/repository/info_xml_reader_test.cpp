@@ -8,8 +8,8 @@ namespace {
 const char kDump[] =
     "<!DOCTYPE d [<!ENTITY e SYSTEM \"file:///etc/passwd\">]><admin guid='G-1'>"
     "<description>a &amp; <b>b</b></description><content>"
-    "<cid path='p'><content-file>1</content-file><x>no</x><content-file/>"
-    "<content-file>2</content-file></cid><cid path='q'/></content></admin>";
+    "<cid path='p'><content-file>1&amp;<!--x-->a<![CDATA[ ]]> <y>b</y></content-file><x>no</x>"
+    "<content-file/><content-file>2</content-file></cid><cid path='q'/></content></admin>";
 
 class InfoXmlReader : public RepositoryRig {
   protected:
@@ -30,7 +30,7 @@ TEST_F(InfoXmlReader, ReadsWhatTheRepositoryNeeds) {
     const auto content = dump.ReadContent();
     ASSERT_EQ(2U, content.size());
     EXPECT_EQ("p q", content[0].path + " " + content[1].path);
-    EXPECT_EQ((std::vector<std::string>{"1", "2"}), content[0].files);
+    EXPECT_EQ((std::vector<std::string>{"1&a  b", "2"}), content[0].files);
     EXPECT_EQ("", reader("<x/>").ReadDescription());
 }
 
@@ -46,6 +46,13 @@ TEST_F(InfoXmlReader, RefusesWhatIsNoDocument) {
     const std::string outside = "<!DOCTYPE d [<!ENTITY e SYSTEM '" + dir_.write("e", "secret") +
                                 "'>]><admin><description>&e;</description></admin>";
     EXPECT_EQ("&e;", reader(outside).ReadDescription());
+    // A restore would take other files than these.
+    const std::string entity = "<!DOCTYPE d [<!ENTITY e '<cid/>'>]><admin>";
+    for (const char* content :
+         {"<cid><content-file>a&e;</content-file></cid>", "<cid>&e;</cid>", "&e;"}) {
+        EXPECT_EQ("entity 'e' in an info document",
+                  messageOf([&] { reader(entity + content + "</admin>").ReadContent(); }));
+    }
 }
 
 TEST_F(InfoXmlReader, SignsAndChecksAndLeavesNothing) {
