@@ -1,5 +1,6 @@
 // The half of tRepository that brings a structured backup into an archive elsewhere.
 #include <boost/filesystem/operations.hpp>
+#include <set>
 
 #include "repository/dump_owner.h"
 #include "repository/info_xml_reader.h"
@@ -38,6 +39,21 @@ Paths listDump(tRepositoryTransport& transport, const std::string& infoPath) {
     return files;
 }
 
+// An archive that lacks what the document names would look like a backup until it is restored.
+// files: relative to the directory of the document, as contentPath writes them.
+void requireContent(tInfoXmlReader& reader, const std::string& infoName, const Paths& files) {
+    const std::set<std::string> found(files.begin(), files.end());
+    for (const ContentEntry& entry : reader.ReadContent()) {
+        for (const std::string& file : entry.files) {
+            const std::string path = contentPath(infoName, entry, file);
+            if (!found.contains(path)) {
+                throw EXC(RepositoryError) %
+                    ("content file '" + path + "' was not found among the files of the backup");
+            }
+        }
+    }
+}
+
 }  // namespace
 
 void tRepository::ExportToRepo(const std::string& infoPath, tRepository& target,
@@ -49,6 +65,7 @@ void tRepository::ExportToRepo(const std::string& infoPath, tRepository& target,
     const std::string name =
         filename.empty() ? GetDumpPrefix(infoPath) + "_" + GetInfoXmlsLabel(infoPath) : filename;
     const Paths files = listDump(*transport_, infoPath);
+    requireContent(reader, fileNameOf(infoPath), files);
     reader.Sign();
     boost::filesystem::copy_file(reader.GetLocalPath(), signedInfo);
     target.PackFromRepo(*this, parentOf(infoPath), files, name,

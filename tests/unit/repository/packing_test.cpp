@@ -23,7 +23,9 @@ class Packing : public RepositoryRig {
 // Catches: an archive with a file of another dump, with an unsigned document, or without an item.
 TEST_F(Packing, ExportsOneDumpSigned) {
     const std::string info = "clients/7/p_info_1203011530.xml";
-    makeDump(info, "O", "<admin/>\n");
+    const std::string content =
+        "<cid path='./d/'><content-file>p_y_1203011530.tar</content-file></cid>";
+    makeDump(info, "O", "<admin>" + content + "</admin>\n");
     make(
         "clients/7/p_x_1203011530.tgz clients/7/d/p_y_1203011530.tar clients/7/p_x_1203011531.tgz "
         "clients/7/q_x_1203011530.tgz");
@@ -38,9 +40,13 @@ TEST_F(Packing, ExportsOneDumpSigned) {
     repository_.Export(info, dir_.path("other/sub.tar"), "", false);
     EXPECT_EQ(members, membersOf("other/sub.tar"));
     const std::string archive = contentOf(dir_.path("other/sub.tar"));
-    EXPECT_NE(std::string::npos, archive.find("<Envelope>\n<admin/>\n</Envelope>"));
+    EXPECT_NE(std::string::npos, archive.find("<Envelope>\n<admin>" + content + "</admin>\n"));
     dir_.write("r/" + info, "<bad/>");
     EXPECT_NE("",
+              messageOf([&] { repository_.Export(info, dir_.path("other/b.tar"), "", false); }));
+    std::filesystem::remove(dir_.path("r/clients/7/d/p_y_1203011530.tar"));
+    dir_.write("r/" + info, "<admin>" + content + "</admin>");
+    EXPECT_EQ("content file 'd/p_y_1203011530.tar' was not found among the files of the backup",
               messageOf([&] { repository_.Export(info, dir_.path("other/b.tar"), "", false); }));
     EXPECT_EQ("p_1203011530.tgz sub.tar ", files(dir_.path("other")));
     EXPECT_EQ("url 'x.tgz' has no directory",
