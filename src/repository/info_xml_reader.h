@@ -52,7 +52,7 @@ class tInfoXmlReader {
     // signing fails.
     void Sign();
     // Whether the signature is good. If so, the document without its envelope takes its place. It
-    // is checked once.
+    // is checked once. Raises XmlReaderError for a tool that gives no verdict.
     bool ValidateSign();
     // Whether it has been checked and is not good.
     bool isSignRefused() const { return isSignGood_ == false; }

@@ -20,6 +20,14 @@ tXmlDocument loadDocument(const std::string& file) {
     }
 }
 
+// A tool that came to no end of its own has judged nothing.
+void requireAnswer(const ExecCmd& tool) {
+    if (tool.couldNotStart || tool.retCode < 0) {
+        throw EXC(tInfoXmlReader::XmlReaderError) %
+            (tool.utility + (tool.couldNotStart ? " could not be started" : " was killed"));
+    }
+}
+
 void logLine(const std::string& text) { LogMsg(text); }
 
 bool isValid(const tXmlDocument& document) {
@@ -62,6 +70,7 @@ int tInfoXmlReader::runSignTool(const std::string& command, std::string& output,
         if (mustSucceed) {
             tool.reportError();
         }
+        requireAnswer(tool);
     }
     output = tool.stdout;
     return tool.retCode;

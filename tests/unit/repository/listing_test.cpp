@@ -104,6 +104,23 @@ TEST_F(Listing, ChecksBackups) {
     EXPECT_EQ("WRONG-FORMAT unable to check xml validity: failed to load xml document",
               GetBackupStatusStr(results[0].status) + " " + results[0].message);
     EXPECT_EQ(Paths(), repository_.GetDiscoveredItems("c/p_info_1203011531.xml", D_ITEM_STATUS));
+    const std::string tool = dir_.path("q/admin/sbin/backup_sign");
+    const std::string untold = "unable to check xml validity: " + tool;
+    const struct {
+        const char* script;
+        const char* told;
+    } faults[] = {
+        {"#!/none\n", " could not be started"},
+        {"#!/bin/sh\nkill -9 $$\n", " was killed"},
+    };
+    makeDump("c/p_info_1203011532.xml", "O");
+    for (const auto& fault : faults) {
+        dir_.write("q/admin/sbin/backup_sign", fault.script);
+        EXPECT_EQ(untold + fault.told,
+                  repository_.ValidateBackup("c/p_info_1203011532.xml", true)[0].message);
+        EXPECT_EQ(Paths(),
+                  repository_.GetDiscoveredItems("c/p_info_1203011532.xml", D_ITEM_STATUS));
+    }
     EXPECT_EQ("status string value incorrect: ok", messageOf([] { GetBackupStatusVal("ok"); }));
     EXPECT_EQ("status value incorrect: 4",
               messageOf([] { GetBackupStatusStr(static_cast<BackupStatus>(4)); }));
