@@ -30,13 +30,16 @@ void requireAnswer(const ExecCmd& tool) {
 
 void logLine(const std::string& text) { LogMsg(text); }
 
-bool isValid(const tXmlDocument& document) {
+// Runs work with a list for what libxml2 finds and tells it in the log. Raises XmlReaderError for
+// what fails.
+template <class Work>
+auto withDiagnostics(Work&& work) {
     std::vector<std::string> diagnostics;
     const auto tell = [&] { std::for_each(diagnostics.begin(), diagnostics.end(), logLine); };
     try {
-        const bool passes = passesSchema(document, files::getZelvoXsdFileName(), diagnostics);
+        auto result = work(diagnostics);
         tell();
-        return passes;
+        return result;
     } catch (const Exc<&tError_XmlInternal>& failure) {
         tell();
         throw EXC_INNER(tInfoXmlReader::XmlReaderError, failure) % failure.what();
@@ -115,6 +118,9 @@ bool tInfoXmlReader::ValidateSign() {
 
 bool tInfoXmlReader::ValidateZelvoXsd() {
     LogMsg("Validate xml by xsd");
+    const Schema schema = withDiagnostics([](std::vector<std::string>& diagnostics) {
+        return Schema(files::getZelvoXsdFileName(), diagnostics);
+    });
     tXmlDocument document = loadDocument(GetLocalPath());
     if (InfoXmlSigned(document)) {
         if (!ValidateSign()) {
@@ -122,7 +128,9 @@ bool tInfoXmlReader::ValidateZelvoXsd() {
         }
         document = loadDocument(GetLocalPath());
     }
-    return isValid(document);
+    return withDiagnostics([&](std::vector<std::string>& diagnostics) {
+        return schema.allows(document, diagnostics);
+    });
 }
 
 }  // namespace zelvo

@@ -23,26 +23,23 @@ std::string messageOf(const xmlError& error) {
     return message.ends_with('\n') ? message.substr(0, message.size() - 1) : message;
 }
 
-SchemaPtr readSchema(const std::string& xsdFile, std::vector<std::string>& diagnostics) {
+}  // namespace
+
+Schema::Schema(const std::string& xsdFile, std::vector<std::string>& diagnostics) {
     refuseNetwork();
     const SchemaParserPtr parser(xmlSchemaNewParserCtxt(xsdFile.c_str()));
     if (!parser) {
         throw EXC(tError_XmlInternal) % "failed to allocate parser context";
     }
     xmlSchemaSetParserStructuredErrors(parser.get(), XmlSchemaErrorHandler, &diagnostics);
-    SchemaPtr schema(xmlSchemaParse(parser.get()));
-    if (!schema) {
+    schema_.reset(xmlSchemaParse(parser.get()));
+    if (!schema_) {
         throw EXC(tError_XmlInternal) % "failed to parse xml schema";
     }
-    return schema;
 }
 
-}  // namespace
-
-bool passesSchema(const tXmlDocument& document, const std::string& xsdFile,
-                  std::vector<std::string>& diagnostics) {
-    const SchemaPtr schema = readSchema(xsdFile, diagnostics);
-    const SchemaValidCtxtPtr context(xmlSchemaNewValidCtxt(schema.get()));
+bool Schema::allows(const tXmlDocument& document, std::vector<std::string>& diagnostics) const {
+    const SchemaValidCtxtPtr context(xmlSchemaNewValidCtxt(schema_.get()));
     if (!context) {
         throw EXC(tError_XmlInternal) % "failed to allocate validation context";
     }

@@ -1,20 +1,38 @@
 // A check against a schema of which each diagnostic is told and no failure is made.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "xml/xml_document.h"
 
 typedef struct _xmlError xmlError;
+typedef struct _xmlSchema xmlSchema;
+
+extern "C" {
+void xmlSchemaFree(xmlSchema* schema);
+}
 
 namespace zelvo {
 
-// Whether the document is valid by the W3C XML Schema in the file. diagnostics: gets a text for
-// each thing that libxml2 finds, in FormatXsdError's form. Raises tError_XmlInternal for a schema
-// that is missing or broken.
-bool passesSchema(const tXmlDocument& document, const std::string& xsdFile,
-                  std::vector<std::string>& diagnostics);
+// A W3C XML Schema. diagnostics: gets a text for each thing that libxml2 finds, in FormatXsdError's
+// form.
+class Schema {
+  public:
+    // Reads a file. Raises tError_XmlInternal for one that is missing or broken.
+    Schema(const std::string& xsdFile, std::vector<std::string>& diagnostics);
+
+    // Whether the document is valid. Raises tError_XmlInternal.
+    bool allows(const tXmlDocument& document, std::vector<std::string>& diagnostics) const;
+
+  private:
+    struct Free {
+        void operator()(xmlSchema* schema) const { xmlSchemaFree(schema); }
+    };
+
+    std::unique_ptr<xmlSchema, Free> schema_;
+};
 
 // The name of the root element; empty if there is none.
 std::string rootName(const tXmlDocument& document);

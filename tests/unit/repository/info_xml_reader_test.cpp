@@ -82,8 +82,10 @@ TEST_F(InfoXmlReader, SignsAndChecksAndLeavesNothing) {
     EXPECT_NE(std::string::npos, told.find(" failed with return code 3"));
     EXPECT_EQ(std::string::npos, told.find("<bad/>"));
     dir_.write("q/RMK/zelvo.xsd", "<x/>");
-    EXPECT_EQ("failed to parse xml schema",
-              messageOf([&] { reader("<admin/>").ValidateZelvoXsd(); }));
+    for (const char* document : {"<admin/>", "<admin>", "<Envelope><bad/></Envelope>"}) {
+        EXPECT_EQ("failed to parse xml schema",
+                  messageOf([&] { reader(document).ValidateZelvoXsd(); }));
+    }
 }
 
 }  // namespace
