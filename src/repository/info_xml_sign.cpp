@@ -54,7 +54,7 @@ bool IsSigned(const std::string& file) {
     LogMsg("Check file '" + file + "' sign existence");
     bool isSigned = false;
     readDocument(file, [&](XmlTextReader& reader) {
-        isSigned = reader.readElement() && reader.name() == ENVELOPE_NAME;
+        isSigned = reader.readElement() && reader.localName() == ENVELOPE_NAME;
     });
     LogMsg("File '" + file + (isSigned ? "' is signed" : "' is not signed"));
     return isSigned;

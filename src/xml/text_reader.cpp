@@ -73,6 +73,10 @@ bool XmlTextReader::isEmptyElement() const {
 
 std::string XmlTextReader::name() const { return toString(xmlTextReaderConstName(reader_.get())); }
 
+std::string XmlTextReader::localName() const {
+    return toString(xmlTextReaderConstLocalName(reader_.get()));
+}
+
 std::string XmlTextReader::value() const {
     return toString(xmlTextReaderConstValue(reader_.get()));
 }

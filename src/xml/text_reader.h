@@ -37,6 +37,8 @@ class XmlTextReader {
     bool isEmptyElement() const;
     // With its prefix.
     std::string name() const;
+    // Without it, as the nodes of a tree are named.
+    std::string localName() const;
     // The text of a text node.
     std::string value() const;
     // Empty for an attribute that the element does not have.

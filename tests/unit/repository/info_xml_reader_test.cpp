@@ -77,6 +77,7 @@ TEST_F(InfoXmlReader, SignsAndChecksAndLeavesNothing) {
     EXPECT_FALSE(reader("<other/>").ValidateZelvoXsd());
     EXPECT_EQ(0U, log_.lines.back().find("Xml validation error: Element 'other': "));
     EXPECT_FALSE(reader("<Envelope><bad/></Envelope>").ValidateZelvoXsd());
+    EXPECT_TRUE(IsSigned(reader("<x:Envelope xmlns:x='u'/>").GetLocalPath()));
     // A document holds passwords, and a tool may print it before it fails.
     const std::string told = messageOf([&] { reader("<bad/>").Sign(); }) + log_.lines.back();
     EXPECT_NE(std::string::npos, told.find(" failed with return code 3"));
