@@ -47,17 +47,20 @@ bool tFtpConnection::IsDirExist() {
     set(CURLOPT_NOBODY, 1L);
     // CWD with the whole path and not one for each directory.
     set(CURLOPT_FTP_FILEMETHOD, static_cast<long>(CURLFTPMETHOD_SINGLECWD));
-    return canEnter(rootUrl(encodedUrl_)) && canEnter(directoryUrl());
+    unanswered_ = enter(rootUrl(encodedUrl_));
+    if (unanswered_ != CURLE_OK) {
+        return false;
+    }
+    const CURLcode code = enter(directoryUrl());
+    unanswered_ = code == CURLE_REMOTE_ACCESS_DENIED ? CURLE_OK : code;
+    return code == CURLE_OK;
 }
 
-bool tFtpConnection::canEnter(const std::string& target) {
+void tFtpConnection::checkAnswer() const { CheckCurlRes(unanswered_); }
+
+CURLcode tFtpConnection::enter(const std::string& target) {
     InitCredentials(target);
-    const CURLcode code = perform();
-    // A server that cannot be asked is no failure here, but nobody else will tell of it.
-    if (code != CURLE_OK && code != CURLE_REMOTE_ACCESS_DENIED) {
-        tellCurlError(code);
-    }
-    return code == CURLE_OK;
+    return perform();
 }
 
 void tFtpConnection::CreateDir() {

@@ -46,6 +46,8 @@ class tFtpConnection {
     void ListEx(std::vector<FtpFileInfo>& entries);
     // False as well when the server cannot be asked.
     bool IsDirExist();
+    // Raises what kept the last IsDirExist from the server's own answer.
+    void checkAnswer() const;
     // One that is there already is no failure.
     void CreateDir();
     // Of an empty one.
@@ -79,7 +81,7 @@ class tFtpConnection {
     CURLcode perform();
     std::string directoryUrl() const;
     void fetchListing(long namesOnly, std::string& text);
-    bool canEnter(const std::string& target);
+    CURLcode enter(const std::string& target);
     // Goes to the directory above and sends a command there.
     CURLcode sendFromParent(const std::string& command);
     static CurlList commandList(const std::string& command);
@@ -112,6 +114,8 @@ class tFtpConnection {
     bool hasAuthInUrl_ = false;
     // Of the last operation, as OperationWatch tells it.
     int replyBeforeTransfer_ = 0;
+    // Of the last IsDirExist; CURLE_OK if the server said yes or no.
+    CURLcode unanswered_ = CURLE_OK;
     // Dies first: its end still talks to the server, and to VerboseTell.
     CurlHandle curl_;
 };

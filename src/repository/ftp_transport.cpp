@@ -150,7 +150,16 @@ bool tRepositoryFtp::holds(const std::string& path) {
 bool tRepositoryFtp::IsDirExist(const std::string& path) {
     LogMsg("Transport: Check exist dir " + path);
     return inTransportWords("unable to check directory existence: ",
-                            [&] { return at(path).IsDirExist(); });
+                            [&] { return isDirectory(path); });
+}
+
+// A server that could not be asked has not said no: what is there would be taken for new, and go
+// with what an operation that failed has made.
+bool tRepositoryFtp::isDirectory(const std::string& path) {
+    tFtpConnection& connection = at(path);
+    const bool isThere = connection.IsDirExist();
+    connection.checkAnswer();
+    return isThere;
 }
 
 void tRepositoryFtp::ReceiveDir(const std::string& path) {

@@ -57,6 +57,7 @@ class tRepositoryFtp : public tRepositoryTransport {
     // The connection, turned to a path.
     tFtpConnection& at(const std::string& path);
     bool holds(const std::string& path);
+    bool isDirectory(const std::string& path);
     void deleteTree(const std::string& path, int depth);
     void deleteEntry(const std::string& path, int depth);
     void sendDir(const std::string& path);
