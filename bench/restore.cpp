@@ -4,30 +4,25 @@
 #include <exception>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 
 #include "command_log.h"
 #include "dump.h"
 #include "measure.h"
+#include "whole_restore.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using bench::Comparison;
 using bench::Cost;
+using bench::Restore;
+using bench::Shape;
 
 constexpr int kRounds = 3;
 // In kilobytes: what a restore may take besides its dump.
 constexpr double kRestoreMemory = 32 * 1024;
-
-// What is restored: write makes a session with count objects of one kind.
-struct Shape {
-    const char* name;
-    void (*write)(const fs::path& session, int count);
-    int count;
-};
 
 void writeDomains(const fs::path& session, int count) {
     bench::writeDump(session / "restore.xml", count);
@@ -65,58 +60,6 @@ constexpr Shape kServer = {"2,000 templates and 500 pool items", writeServer, 20
 constexpr Shape kMail = {"5,000 mail users", writeMail, 5000};
 constexpr Shape kSmallList = {"10,000 members", writeList, 10000};
 constexpr Shape kBigList = {"100,000 members", writeList, 100000};
-
-// Restores of one shape, each in a session that is made anew.
-class Restore {
-  public:
-    Restore(std::string deployer, const fs::path& directory, const Shape& shape)
-        : deployer_(std::move(deployer)),
-          original_(directory / shape.name / "original"),
-          session_(directory / shape.name / "session") {
-        fs::create_directories(original_);
-        shape.write(original_, shape.count);
-    }
-
-    Cost measure() const {
-        fs::remove_all(session_);
-        fs::copy(original_, session_, fs::copy_options::recursive);
-        const Cost cost = bench::costOfProgram(
-            {deployer_, "--deploy-dump", "--no-repository", "--session-path", session_});
-        checkVerdict();
-        return cost;
-    }
-
-    // The commands of the last restore in a bare loop.
-    Cost measureBare() const {
-        return bench::costToldByChild([&] {
-            const auto commands = bench::readCommands(log());
-            return bench::costOf([&] {
-                for (const bench::BareCommand& command : commands) {
-                    command.run();
-                }
-            });
-        });
-    }
-
-    fs::path dump() const { return original_ / "restore.xml"; }
-    // Of the last restore.
-    fs::path log() const { return session_ / "migration.log"; }
-
-  private:
-    // A restore that failed early would look fast.
-    void checkVerdict() const {
-        std::ostringstream result;
-        result << std::ifstream(session_ / "migration.result").rdbuf();
-        if (result.str().find("status=\"success\"") == std::string::npos ||
-            result.str().find("<message") != std::string::npos) {
-            throw std::runtime_error("the restore failed: " + result.str());
-        }
-    }
-
-    std::string deployer_;
-    fs::path original_;
-    fs::path session_;
-};
 
 // What the panel has of site applications is asked once in a run at most.
 void checkAskedOnce(const std::string& log) {
