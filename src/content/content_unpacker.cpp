@@ -92,6 +92,10 @@ ContentUnpacker::Paths ContentUnpacker::unpack_hosting_cid_with_fp(
     Paths paths = unpack_hosting_cid(cid, destination, offset, user, group, mode);
     const std::string unpackedIn = aboveOffset(destination, offset);
     for (const std::string& path : paths) {
+        if (!isMendedByName(path)) {
+            // Nearly all are such, and asking for the place of each costs a tenth of a restore.
+            continue;
+        }
         if (openBeneath(unpackedIn, path).isOpen()) {
             apply_hosting_cid_with_fp(domain, destination, path);
         } else {

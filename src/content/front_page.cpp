@@ -15,6 +15,12 @@ bool contains(const std::string& text, const char* part) {
     return text.find(part) != std::string::npos;
 }
 
+bool isOfExtensions(const std::string& file) { return contains(file, "_vti_"); }
+
+bool isAccessFile(const std::string& file) {
+    return contains(file, "/.htaccess") || contains(file, "/access.cnf");
+}
+
 // A text that cannot end its part of an "s|||" expression: sed has commands that start programs and
 // write files.
 std::string quotedForSed(const std::string& text) {
@@ -36,14 +42,16 @@ bool isRegular(const std::string& file) {
 
 }  // namespace
 
+bool isMendedByName(const std::string& file) { return isOfExtensions(file) || isAccessFile(file); }
+
 void apply_hosting_cid_with_fp(const std::string& domain, const std::string& destination,
                                const std::string& file) {
-    if (contains(file, "_vti_")) {
+    if (isOfExtensions(file)) {
         // The file's path is a full one already, so this names nothing as a rule.
         lchownBeneath(destination, destination + "/" + file, static_cast<uid_t>(-1),
                       groupId(accounts::kWebServer));
     }
-    if ((contains(file, "/.htaccess") || contains(file, "/access.cnf")) && isRegular(file)) {
+    if (isAccessFile(file) && isRegular(file)) {
         const std::string expression =
             "s|/.*/" + quotedForSed(domain) + "/https*docs/|" + quotedForSed(destination) + "/|g";
         run_sed_cmd(expression.c_str(), file.c_str());

@@ -6,6 +6,9 @@
 
 namespace zelvo {
 
+// Whether there is anything to mend in a file of this name. file: the full path.
+bool isMendedByName(const std::string& file);
+
 // Mends one unpacked file: paths of the old server in access files become those of this one, and
 // extension directories are the web server's. domain: the domain's name. destination: the document
 // root. file: the file's full path, resolved within its root by the caller. Nothing is raised; what
