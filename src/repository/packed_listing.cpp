@@ -1,6 +1,7 @@
 // The half of tRepository that lists packed backups.
 #include <algorithm>
 #include <boost/regex.hpp>
+#include <map>
 
 #include "repository/names.h"
 #include "repository/path_guard.h"
@@ -23,18 +24,37 @@ auto onMask(const std::string& mask, Operation&& operation) {
     }
 }
 
+// In order, so that an archive stands right in front of its parts.
+using SizesByName = std::multimap<std::string, std::uint64_t>;
+
+SizesByName sizesByName(const std::vector<FileInfo>& files) {
+    SizesByName sizes;
+    for (const FileInfo& file : files) {
+        sizes.emplace(file.name, file.size);
+    }
+    return sizes;
+}
+
+// In bytes, with the parts of the archive.
+long sizeOfArchive(const std::string& name, const SizesByName& all) {
+    long size = 0;
+    unsigned number = 0;
+    for (auto part = all.lower_bound(name); part != all.end() && part->first.starts_with(name);
+         ++part) {
+        if (IsSplittedPart(name, part->first, number)) {
+            size += static_cast<long>(part->second);
+        }
+    }
+    return size;
+}
+
 // all: the listing of dir, with the parts of the archive.
 BackupInfo GetBackupInfoFromFile(const std::string& dir, const FileInfo& file,
-                                 const std::vector<FileInfo>& all) {
+                                 const SizesByName& all) {
     LogMsg("Get backup info from file");
     BackupInfo info;
     SetBackupNameFromPath(joinPath(dir, file.name), info);
-    unsigned number = 0;
-    for (const FileInfo& part : all) {
-        if (IsSplittedPart(file.name, part.name, number)) {
-            info.size += static_cast<long>(part.size);
-        }
-    }
+    info.size = sizeOfArchive(file.name, all);
     toleratedInWords([&] { SetDateFromPath(info, info.path); }, "unknown error",
                      [&](const std::string&) { info.SetDateTime(file); });
     return info;
@@ -49,10 +69,11 @@ void tRepository::PackedBackupsList(const std::string& dir, const std::string& m
         onMask(mask, [&] { return boost::regex(mask.empty() ? ".*" : mask); });
     std::vector<FileInfo> files;
     transport_->ListDirEx(dir, files);
+    const SizesByName sizes = sizesByName(files);
     for (const FileInfo& file : files) {
         const bool isMasked = onMask(mask, [&] { return boost::regex_match(file.name, wanted); });
         if (isMasked && IsFtpDumpName(file.name)) {
-            result.push_back(GetBackupInfoFromFile(dir, file, files));
+            result.push_back(GetBackupInfoFromFile(dir, file, sizes));
         }
     }
 }
@@ -67,7 +88,7 @@ BackupInfo tRepository::GetPackedBackupInfo(const std::string& path) {
     if (file == files.end()) {
         throw EXC(RepositoryError) % ("File '" + path + "' not found");
     }
-    return GetBackupInfoFromFile(parentOf(path), *file, files);
+    return GetBackupInfoFromFile(parentOf(path), *file, sizesByName(files));
 }
 
 }  // namespace zelvo
