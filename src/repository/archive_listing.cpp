@@ -49,8 +49,14 @@ void requirePlain(const std::string& longListing) {
     }
 }
 
+// Whether a component begins with "\", which a transport takes from the front of a path: the name
+// would be another one where that component comes first.
+bool hasBackslashStep(const std::string& member) {
+    return ("/" + member).find("/\\") != std::string::npos;
+}
+
 void requireInsideDestination(const std::string& member) {
-    if (member.empty() || member[0] == '/' || hasParentStep(member) ||
+    if (member.empty() || member[0] == '/' || hasParentStep(member) || hasBackslashStep(member) ||
         hasControlCharacter(member)) {
         refuseMember(member, "is no name of a repository");
     }

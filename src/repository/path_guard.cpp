@@ -18,7 +18,7 @@ namespace {
 }  // namespace
 
 std::string relativePath(const std::string& path) {
-    // Of what is left: behind the "\\" of "\\../x" stands a step that was none before.
+    // Of what is left: behind the "\" of "\../x" stands a step that was none before.
     std::string relative = path.substr(std::min(path.find_first_not_of("/\\"), path.size()));
     if (hasParentStep(relative)) {
         refusePath(path, "it leads to another place");

@@ -83,6 +83,8 @@ TEST_F(Import, RefusesWhatIsNotOneDumpOfTheOwner) {
          "Dump has wrong format. Discovered dir 'p_7' does not match to dump label '1203011530'"},
         {"echo > ../p_z_1203011530.tgz && add=../p_z_1203011530.tgz",
          "Dump has wrong format. Member '../p_z_1203011530.tgz' is no name of a repository"},
+        {"mkdir \"\\\\..\" && echo > \"\\\\../p_z_1203011530.tgz\"",
+         "/' is no name of a repository"},
         {"add=/etc/hostname",
          "Dump has wrong format. Member '/etc/hostname' is no name of a repository"},
         // A file behind a link that leads out, and the file that a link out would write to.
