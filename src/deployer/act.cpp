@@ -1,10 +1,10 @@
 #include "deployer/act.h"
 
 #include "commons/session.h"
+#include "commons/signals.h"
 #include "commons/termination.h"
 #include "deployer/agents_list.h"
 #include "deployer/deploy_dump.h"
-#include "commons/signals.h"
 #include "deployer/translate_dump.h"
 #include "report/debug_log.h"
 #include "report/result_log.h"
