@@ -100,4 +100,12 @@ std::uint64_t tRepositoryTransportChroot::GetFileSize(const std::string& path) {
     return parent_.GetFileSize(GetRealPath(path));
 }
 
+bool tRepositoryTransportChroot::SendFile(const std::string& localFile, const std::string& path) {
+    return parent_.SendFile(localFile, GetRealPath(path));
+}
+
+bool tRepositoryTransportChroot::FetchFile(const std::string& path, const std::string& localFile) {
+    return parent_.FetchFile(GetRealPath(path), localFile);
+}
+
 }  // namespace zelvo

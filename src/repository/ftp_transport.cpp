@@ -217,6 +217,23 @@ std::string tRepositoryFtp::GetLocalDirFiles(const std::string& path,
         });
 }
 
+bool tRepositoryFtp::SendFile(const std::string& localFile, const std::string& path) {
+    LogMsg("Transport: Put file " + path);
+    inTransportWords("unable to write file " + path + ": ",
+                     [&] { at(path).UploadFile(localFile); });
+    return true;
+}
+
+bool tRepositoryFtp::FetchFile(const std::string& path, const std::string& localFile) {
+    LogMsg("Transport: Get file " + path);
+    try {
+        at(path).DownloadFile(localFile);
+    } catch (const ExTraceable& cause) {
+        throw ftpFailure("unable to read file " + path, cause);
+    }
+    return true;
+}
+
 std::uint64_t tRepositoryFtp::GetFileSize(const std::string& path) {
     LogMsg("Transport: get file size of '" + path + "'");
     throw EXC(TransportError) % "tRepositoryFtp::GetFileSize not implemented";

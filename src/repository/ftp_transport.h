@@ -51,6 +51,8 @@ class tRepositoryFtp : public tRepositoryTransport {
                                  const std::vector<std::string>& names) override;
     // Raises TransportError: it is not known.
     std::uint64_t GetFileSize(const std::string& path) override;
+    bool SendFile(const std::string& localFile, const std::string& path) override;
+    bool FetchFile(const std::string& path, const std::string& localFile) override;
 
   private:
     FtpFile file(const std::string& path) const;

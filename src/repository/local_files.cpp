@@ -28,6 +28,14 @@ std::ifstream openLocalFile(const std::string& path) {
     return in;
 }
 
+bool isNewOrEmpty(const std::string& path) {
+    namespace fs = boost::filesystem;
+    boost::system::error_code error;
+    const fs::file_type type = fs::symlink_status(path, error).type();
+    return type == fs::file_not_found ||
+           (type == fs::regular_file && fs::file_size(path, error) == 0 && !error);
+}
+
 NewLocalFile::NewLocalFile(const std::string& path) : path_(path) {
     openStream(stream_, path, std::ios::out | std::ios::trunc);
 }

@@ -9,6 +9,9 @@ namespace zelvo {
 // Opens a file for reading. Raises tRepository::StreamError with its name and the reason.
 std::ifstream openLocalFile(const std::string& path);
 
+// Whether writing a file loses nothing and needs no care: it is not there, or is an empty one.
+bool isNewOrEmpty(const std::string& path);
+
 // A local file that is written, and removed unless all of it was.
 class NewLocalFile {
   public:

@@ -1,4 +1,5 @@
 // The half of tRepository that brings files to their place and back.
+#include <boost/filesystem/operations.hpp>
 #include <fstream>
 #include <sstream>
 
@@ -24,6 +25,23 @@ void inWords(const std::string& what, Operation&& operation) {
     }
 }
 
+// Runs an operation that opens a file of the repository, and returns its result; its failure is
+// raised as StreamError.
+template <class Operation>
+auto inOpening(const std::string& path, Operation&& operation) {
+    try {
+        return operation();
+    } catch (const ExTraceable& failure) {
+        throw EXC_INNER(tRepository::StreamError, failure) % ("Unable to open " + path);
+    }
+}
+
+// A pipe has no size that could be told beforehand.
+bool isRegular(const std::string& path) {
+    boost::system::error_code error;
+    return boost::filesystem::is_regular_file(path, error);
+}
+
 }  // namespace
 
 void tRepository::Put(const std::string& localFile, const std::string& repoFile) {
@@ -31,13 +49,20 @@ void tRepository::Put(const std::string& localFile, const std::string& repoFile)
     std::ifstream in = openLocalFile(localFile);
     const std::unique_ptr<orepostream> out = openToWrite(repoFile);
     inWords<&StreamPipeError>(localFile + " to " + repoFile + ":\n", [&] {
-        Pipe(in, *out);
-        out->close();
+        if (!isRegular(localFile) || !transport_->SendFile(localFile, repoFile)) {
+            Pipe(in, *out);
+            out->close();
+        }
     });
 }
 
 void tRepository::Get(const std::string& repoFile, const std::string& localFile) {
     log("Get file from " + repoFile + " to " + localFile);
+    // Elsewhere what is there must outlive a fetch that fails.
+    if (isNewOrEmpty(localFile) &&
+        inOpening(repoFile, [&] { return transport_->FetchFile(repoFile, localFile); })) {
+        return;
+    }
     const std::unique_ptr<irepostream> in = openToRead(repoFile);
     NewLocalFile out(localFile);
     inWords<&StreamPipeError>(repoFile + " to " + localFile + ":\n", [&] {
@@ -68,14 +93,12 @@ std::string tRepository::GetInfo(const std::string& repoFile) {
 }
 
 std::unique_ptr<orepostream> tRepository::openToWrite(const std::string& path) {
-    try {
+    return inOpening(path, [&] {
         noteNew(path);
         std::unique_ptr<orepostream> out = transport_->PutFile(path);
         out->open();
         return out;
-    } catch (const ExTraceable& failure) {
-        throw EXC_INNER(StreamError, failure) % ("Unable to open " + path);
-    }
+    });
 }
 
 void tRepository::noteNew(const std::string& path) {
@@ -87,13 +110,11 @@ void tRepository::noteNew(const std::string& path) {
 }
 
 std::unique_ptr<irepostream> tRepository::openToRead(const std::string& path) {
-    try {
+    return inOpening(path, [&] {
         std::unique_ptr<irepostream> in = transport_->GetFile(path);
         in->open();
         return in;
-    } catch (const ExTraceable& failure) {
-        throw EXC_INNER(StreamError, failure) % ("Unable to open " + path);
-    }
+    });
 }
 
 void tRepository::CreateDir(const std::string& path) {

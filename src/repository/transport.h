@@ -103,6 +103,15 @@ class tRepositoryTransport {
     // In bytes.
     virtual std::uint64_t GetFileSize(const std::string& path) = 0;
     virtual std::string GetUrl() const { return url; }
+    // A whole file of this machine to its place and a file into one, which is cut, without the way
+    // over a stream. Return false where that is the shortest way; nothing is done then. localFile:
+    // a regular one. A fetch that fails leaves no local file.
+    virtual bool SendFile(const std::string& /*localFile*/, const std::string& /*path*/) {
+        return false;
+    }
+    virtual bool FetchFile(const std::string& /*path*/, const std::string& /*localFile*/) {
+        return false;
+    }
 
     // The place and the path in one. Raises what relativePath raises.
     std::string GetFullPath(const std::string& path) const;

@@ -112,6 +112,11 @@ TEST_P(FtpServers, HoldARepository) {
     repository.Put(dir_.write("f", "content"), "new/dir/f");
     repository.Get("new/dir/f", dir_.path("g"));
     EXPECT_EQ("content", contentOf(dir_.path("g")));
+    // What cannot be fetched costs no file that is there, and makes none.
+    EXPECT_NE("", messageOf([&] { repository.Get("none", dir_.path("g")); }));
+    EXPECT_EQ("content", contentOf(dir_.path("g")));
+    EXPECT_NE("", messageOf([&] { repository.Get("none", dir_.path("h")); }));
+    EXPECT_FALSE(std::filesystem::exists(dir_.path("h")));
     repository.RollbackTransaction();
     EXPECT_FALSE(std::filesystem::exists(remote("new")));
 }
