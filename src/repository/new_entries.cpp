@@ -12,11 +12,11 @@ std::string NewEntries::note(const std::string& path) {
         // No file system makes it.
         return "";
     }
-    const std::string entry = normalPath(path);
+    std::string entry = normalPath(path);
     if (entry.empty() || path.ends_with('/')) {
         return noteDir(entry);
     }
-    const std::string inTheWay = noteDir(parentOf(entry));
+    std::string inTheWay = noteDir(parentOf(entry));
     if (!inTheWay.empty() || new_.contains(entry)) {
         return inTheWay;
     }
@@ -31,7 +31,7 @@ std::string NewEntries::note(const std::string& path) {
 std::string NewEntries::noteDir(const std::string& dir) {
     for (std::size_t end = 0; end < dir.size();) {
         end = std::min(dir.find('/', end + 1), dir.size());
-        const std::string upper = dir.substr(0, end);
+        std::string upper = dir.substr(0, end);
         if (there_.contains(upper) || new_.contains(upper)) {
             continue;
         }
