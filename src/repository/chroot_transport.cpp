@@ -57,6 +57,10 @@ void tRepositoryTransportChroot::DeleteDir(const std::string& path) {
     parent_.DeleteDir(GetRealPath(requireInside(path)));
 }
 
+void tRepositoryTransportChroot::DeleteEmptyDir(const std::string& path) {
+    parent_.DeleteEmptyDir(GetRealPath(requireInside(path)));
+}
+
 void tRepositoryTransportChroot::ListDir(const std::string& path, std::vector<std::string>& names) {
     parent_.ListDir(GetRealPath(path), names);
 }

@@ -27,6 +27,7 @@ class tRepositoryTransportChroot : public tRepositoryTransport {
               const std::string& targetPath) override;
     void CreateDir(const std::string& path) override;
     void DeleteDir(const std::string& path) override;
+    void DeleteEmptyDir(const std::string& path) override;
     void ListDir(const std::string& path, std::vector<std::string>& names) override;
     void ListDirEx(const std::string& path, std::vector<FileInfo>& entries) override;
     bool IsExist(const std::string& path) override;

@@ -1,5 +1,7 @@
 // The half of tRepository that deletes one backup.
 #include <algorithm>
+#include <functional>
+#include <set>
 
 #include "repository/dump_owner.h"
 #include "repository/file_parts.h"
@@ -14,6 +16,23 @@ namespace {
 
 std::string notDeleted(const std::string& dir, const std::string& reason) {
     return "Unable to delete directory '" + dir + "': " + reason;
+}
+
+// The directories of a dump, each behind those below it. dir: that of its info document, which is
+// among them unless it is the repository itself.
+Paths directoriesOf(const DumpFiles& dump, const std::string& dir) {
+    std::set<std::string, std::greater<>> dirs;
+    for (const Paths& paths : {dump.files, dump.discovered}) {
+        for (const std::string& path : paths) {
+            for (std::string up = parentOf(path); up.size() > dir.size(); up = parentOf(up)) {
+                dirs.insert(up);
+            }
+        }
+    }
+    if (dir.find_first_not_of('/') != std::string::npos) {
+        dirs.insert(dir);
+    }
+    return {dirs.begin(), dirs.end()};
 }
 
 void requireDump(tRepositoryTransport& transport, const std::string& path) {
@@ -44,6 +63,10 @@ void tRepository::DeleteBackup(const std::string& path) {
     }
     for (const std::string& dir : found.discovered) {
         toleratedInWords([&] { DeleteDir(dir); }, "unknown error",
+                         [&](const std::string& reason) { log(notDeleted(dir, reason)); });
+    }
+    for (const std::string& dir : directoriesOf(found, parentOf(path))) {
+        toleratedInWords([&] { transport_->DeleteEmptyDir(dir); }, "unknown error",
                          [&](const std::string& reason) { log(notDeleted(dir, reason)); });
     }
 }

@@ -78,6 +78,17 @@ void tRepositoryFtp::DeleteDir(const std::string& path) {
     inTransportWords("unable to delete directory: ", [&] { deleteTree(requireInside(path), 0); });
 }
 
+void tRepositoryFtp::DeleteEmptyDir(const std::string& path) {
+    LogMsg("Transport: Delete empty dir " + path);
+    inTransportWords("unable to delete directory: ", [&] {
+        std::vector<std::string> names;
+        at(requireInside(path)).List(names);
+        if (names.empty()) {
+            at(path).DeleteDir();
+        }
+    });
+}
+
 // The server's RMD takes an empty directory alone.
 void tRepositoryFtp::deleteTree(const std::string& path, int depth) {
     if (depth > kMaxDepth) {

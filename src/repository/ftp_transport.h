@@ -31,6 +31,7 @@ class tRepositoryFtp : public tRepositoryTransport {
     void CreateDir(const std::string& path) override;
     // Raises TransportError for the root of the repository.
     void DeleteDir(const std::string& path) override;
+    void DeleteEmptyDir(const std::string& path) override;
     void ListDir(const std::string& path, std::vector<std::string>& names) override;
     // The sizes are what the server's listing says.
     void ListDirEx(const std::string& path, std::vector<FileInfo>& entries) override;

@@ -1,7 +1,11 @@
 #include "repository/local_transport.h"
 
+#include <unistd.h>
+
 #include <boost/filesystem/directory.hpp>
 #include <boost/filesystem/operations.hpp>
+#include <cerrno>
+#include <cstring>
 
 #include "repository/local_streams.h"
 #include "repository/path_guard.h"
@@ -91,6 +95,15 @@ void tRepositoryLocal::DeleteDir(const std::string& path) {
     LogMsg("Transport: Delete dir " + path);
     const std::string fullPath = GetFullPath(requireInside(path));
     inWords("Unable to delete dir " + path, [&] { fs::remove_all(fullPath); });
+}
+
+void tRepositoryLocal::DeleteEmptyDir(const std::string& path) {
+    LogMsg("Transport: Delete empty dir " + path);
+    const std::string fullPath = GetFullPath(requireInside(path));
+    // Not the library's, which would remove a link that stands there.
+    if (rmdir(fullPath.c_str()) != 0 && errno != ENOTEMPTY && errno != EEXIST) {
+        fail("Unable to delete dir " + path + ": " + std::strerror(errno));
+    }
 }
 
 void tRepositoryLocal::ListDir(const std::string& path, std::vector<std::string>& names) {

@@ -23,6 +23,7 @@ class tRepositoryLocal : public tRepositoryTransport {
     void CreateDir(const std::string& path) override;
     // Raises TransportError for the root of the repository.
     void DeleteDir(const std::string& path) override;
+    void DeleteEmptyDir(const std::string& path) override;
     void ListDir(const std::string& path, std::vector<std::string>& names) override;
     // Passes over what has no size, such as a directory.
     void ListDirEx(const std::string& path, std::vector<FileInfo>& entries) override;

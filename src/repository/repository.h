@@ -180,7 +180,8 @@ class tRepository {
     // ---- deletion.
 
     // path: an info document. A backup that is part of another one stays, and so do files that
-    // may be of another. Raises RepositoryError for a backup that is not there.
+    // may be of another. The directories that are empty without it go, up to its own. Raises
+    // RepositoryError for a backup that is not there.
     void DeleteBackup(const std::string& path);
     // path: an archive, whose parts go with it. Raises RepositoryError.
     void DeletePackedBackup(const std::string& path);

@@ -82,6 +82,8 @@ class tRepositoryTransport {
     virtual void CreateDir(const std::string& path) = 0;
     // With all that is below it.
     virtual void DeleteDir(const std::string& path) = 0;
+    // Only if nothing is in it: it stays otherwise, which is no failure.
+    virtual void DeleteEmptyDir(const std::string& path) = 0;
     // Appends the names of the directory's entries, without the path and without "." and "..".
     virtual void ListDir(const std::string& path, std::vector<std::string>& names) = 0;
     virtual void ListDirEx(const std::string& path, std::vector<FileInfo>& entries) = 0;
