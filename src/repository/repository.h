@@ -172,7 +172,7 @@ class tRepository {
 
     // Unpack an archive of one or more volumes. dest: a local directory; for the second a directory
     // of target. includes: the members to take; empty for all. Return what was unpacked, relative
-    // to dest. Raise ArchiverError.
+    // to dest. Raise ArchiverError, and the first TransportError for an empty dest.
     Paths Unpack(const Paths& volumes, const std::string& dest, const Paths& includes);
     Paths UnpackToRepo(const Paths& volumes, tRepository& target, const std::string& dest,
                        const Paths& includes);

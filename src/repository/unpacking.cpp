@@ -39,6 +39,10 @@ class ReceivingGuard {
 }  // namespace
 
 Paths tRepository::Unpack(const Paths& volumes, const std::string& dest, const Paths& includes) {
+    if (dest.empty()) {
+        // It would be taken for the root of the file system.
+        throw EXC(TransportError) % "no directory to unpack to";
+    }
     tRepository target(dest, "", "", "", false);
     return UnpackToRepo(volumes, target, "", includes);
 }

@@ -132,6 +132,8 @@ TEST_F(RepositoryUnpackerTest, RaisesWhatFailed) {
     dir.write("session/archives/1", archive);
     cid.files = {"1", "unreadable"};
     EXPECT_THAT(fault(), HasSubstr("unreadable: Input/output error"));
+    EXPECT_EQ(messageOf([&] { unpacker->unpackTar(cid, "", {}); }),
+              "Cannot unpack: no directory to unpack to");
     unpacker = std::make_unique<zelvo::RepositoryUnpacker>(nullptr);
     EXPECT_EQ(messageOf([&] {
                   unpacker->unpackDb(cid, {"mssql", "", "", "", ""}, "shop");
