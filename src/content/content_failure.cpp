@@ -28,7 +28,7 @@ bool contentGuarded(ExTaggedIncludable& outer, const std::function<void()>& work
 
 const std::vector<std::string>& requireUnpacked(const std::vector<std::string>& paths) {
     if (paths.empty()) {
-        throw EXC(UnExpectedResult) % "the archive could not be unpacked in full";
+        throw EXC(UnExpectedResult) % "the archive holds nothing or could not be unpacked in full";
     }
     return paths;
 }

@@ -20,7 +20,8 @@ void tellContentFailure(ExTaggedIncludable& outer, const ExTraceable& cause);
 bool contentGuarded(ExTaggedIncludable& outer, const std::function<void()>& work);
 
 // Returns what was unpacked, if it was. Raises UnExpectedResult for nothing, which an unpacker
-// gives for an archive that it could not unpack in full: why, the debug log tells.
+// gives for an archive without members and for one that it could not unpack in full: why, the debug
+// log tells.
 const std::vector<std::string>& requireUnpacked(const std::vector<std::string>& paths);
 
 // Runs work that unpacks. Raises what it raises, and UnExpectedResult for the std::out_of_range
