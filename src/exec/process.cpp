@@ -91,25 +91,33 @@ void feed(Descriptor& end, std::string_view& input) {
 // One of the child's outputs on its way to a text, or to an excerpt in it.
 class Gathering {
   public:
-    // mark: that of an excerpt, null for the whole.
-    Gathering(Descriptor& end, std::string& text, const char* mark) : end_(end), text_(text) {
-        if (mark != nullptr) {
-            excerpt_.emplace(text, mark);
+    Gathering(Descriptor& end, std::string& text, const Confinement& confinement)
+        : end_(end), text_(text), most_(confinement.mostOutput) {
+        if (confinement.excerptMark != nullptr) {
+            excerpt_.emplace(text, confinement.excerptMark);
         }
     }
 
     void drain() {
         const std::size_t sizeBefore = text_.size();
         // One that is faster than its reader would never let an excerpt be made.
-        if (!readToString(end_.get(), text_, excerpt_ ? kAtOnce : std::string::npos)) {
+        if (!readToString(end_.get(), text_, excerpt_ ? kAtOnce : most_ - size_)) {
             end_.reset();
         }
         size_ += text_.size() - sizeBefore;
+        if (!excerpt_ && size_ >= most_) {
+            isCut_ = true;
+            end_.reset();
+        }
         if (excerpt_) {
             excerpt_->shorten();
         }
     }
 
+    void append(const std::string& text) { text_ += text; }
+
+    // Whether there was more than is kept.
+    bool isCut() const { return isCut_; }
     // Of all that came.
     std::size_t size() const { return size_; }
 
@@ -119,7 +127,9 @@ class Gathering {
     Descriptor& end_;
     std::string& text_;
     std::optional<Excerpt> excerpt_;
+    std::size_t most_;
     std::size_t size_ = 0;
+    bool isCut_ = false;
 };
 
 // Waits until one of three descriptors can go on. Those that are closed (-1) never can.
@@ -151,8 +161,8 @@ void pauseForMore(std::size_t rounds, std::size_t size) {
     }
 }
 
-// Feeds and gathers until all three pipes are done with.
-void exchange(RunPipes& pipes, std::string_view& input, Gathering out, Gathering err) {
+// Feeds and gathers until all three pipes are done with. Returns whether all was gathered.
+bool exchange(RunPipes& pipes, std::string_view& input, Gathering out, Gathering err) {
     std::size_t rounds = 0;
     while (pipes.in.writeEnd.isOpen() || pipes.out.readEnd.isOpen() || pipes.err.readEnd.isOpen()) {
         const auto [isInReady, isOutReady, isErrReady] = waitReady(pipes);
@@ -169,6 +179,11 @@ void exchange(RunPipes& pipes, std::string_view& input, Gathering out, Gathering
             pauseForMore(++rounds, out.size() + err.size());
         }
     }
+    if (out.isCut() || err.isCut()) {
+        err.append("\nThe command was stopped: it writes too much.\n");
+        return false;
+    }
+    return true;
 }
 
 // Returns the exit status, or -1.
@@ -264,9 +279,10 @@ int forkExecvGetInOutErrSuidEnv(std::string_view input, std::string& outText, st
     if (child.failure) {
         pipes.in.writeEnd.reset();
     }
-    const char* const mark = confinement.excerptMark;
-    exchange(pipes, input, {pipes.out.readEnd, outText, mark}, {pipes.err.readEnd, errText, mark});
-    return waitForChild(child.pid);
+    const bool isWhole = exchange(pipes, input, {pipes.out.readEnd, outText, confinement},
+                                  {pipes.err.readEnd, errText, confinement});
+    const int code = waitForChild(child.pid);
+    return isWhole ? code : -1;
 }
 
 int forkExecvGetOutErrSuidEnv(std::string& outText, std::string& errText,

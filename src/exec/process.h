@@ -24,10 +24,11 @@ namespace zelvo {
 // order. confinement: what else the child may not do, and whether its output is kept in full.
 // hasStarted: set to whether the child became its program, if it is not null.
 //
-// Returns the child's exit status, or -1 when a signal ended it or waiting for it failed. A program
-// that cannot be started is told as one that failed: 1, with the reason in both texts; so is a
-// child that cannot take its user, its environment or its fence, with the reason in errText alone.
-// Returns only when nobody holds the child's output any more, be it a grandchild.
+// Returns the child's exit status, or -1 when a signal ended it, it wrote too much, or waiting for
+// it failed. A program that cannot be started is told as one that failed: 1, with the reason in
+// both texts; so is a child that cannot take its user, its environment or its fence, with the
+// reason in errText alone. Returns only when nobody holds the child's output any more, be it a
+// grandchild.
 //
 // Raises SystemError (POSIX vfork, poll, read, write) with what failed. A child that stops reading
 // before the end of a text that its pipe cannot hold makes the write fail. What was gathered until

@@ -101,6 +101,22 @@ TEST(Runner, KeepsAnExcerpt) {
     }
 }
 
+// Catches: an archive with names without end that takes all the memory, and one whose list is cut
+// told as unpacked.
+TEST(Runner, StopsWhoWritesTooMuch) {
+    Confinement confinement;
+    confinement.mostOutput = 1 << 20;
+    for (const char* script : {"exec yes", "trap '' PIPE; yes; exit 0"}) {
+        std::string out;
+        std::string err;
+        EXPECT_EQ(
+            -1, forkExecvGetInOutErrSuidEnv("", out, err, "/bin/sh", makeArgs({"sh", "-c", script}),
+                                            kKeepUser, {}, confinement));
+        EXPECT_LE(out.size(), (1U << 20) + 4096);
+        EXPECT_THAT(err, testing::EndsWith("The command was stopped: it writes too much.\n"));
+    }
+}
+
 TEST(Runner, WorksAboveDescriptor1023AndLeaksNone) {
     const auto runAbove = [] {
         rlimit limit{};
