@@ -1,7 +1,5 @@
 #include "repository/ftp_connection.h"
 
-#include <sys/socket.h>
-
 #include <algorithm>
 
 #include "report/debug_log.h"
@@ -33,16 +31,6 @@ unsigned long tFtpConnection::s_silenceLimit = 600;
 
 tFtpConnection::tFtpConnection(bool passive, unsigned long timeout)
     : passive_(passive), timeout_(timeout == 0 ? kDefaultTimeout : timeout) {}
-
-tFtpConnection::~tFtpConnection() {
-    curl_socket_t control = CURL_SOCKET_BAD;
-    if (curl_ != nullptr &&
-        curl_easy_getinfo(curl_.get(), CURLINFO_ACTIVESOCKET, &control) == CURLE_OK &&
-        control != CURL_SOCKET_BAD) {
-        // libcurl would send QUIT and wait, for up to two minutes, for what nobody needs.
-        shutdown(control, SHUT_RD);
-    }
-}
 
 void tFtpConnection::Prepare() {
     static const CURLcode code = curl_global_init(CURL_GLOBAL_ALL);
@@ -85,6 +73,9 @@ void tFtpConnection::setLimits() {
     set(CURLOPT_ACCEPTTIMEOUT_MS, std::min(quarter, kMaxAcceptTime));
     set(CURLOPT_BUFFERSIZE, kBlock);
     set(CURLOPT_UPLOAD_BUFFERSIZE, kBlock);
+    // A firewall forgets a connection on which nothing comes and goes, such as that for commands
+    // while a file is transferred.
+    set(CURLOPT_TCP_KEEPALIVE, 1L);
     // libcurl would take a proxy from the environment and another protocol from the URL.
     set(CURLOPT_PROXY, "");
     set(CURLOPT_PROTOCOLS_STR, "ftp");
@@ -117,10 +108,10 @@ void tFtpConnection::InitCredentials(const std::string& target) {
 }
 
 CURLcode tFtpConnection::perform() {
-    OperationWatch watch(s_silenceLimit);
-    const CURLcode code = watch.perform(curl_.get());
+    const OperationWatch watch(curl_.get(), s_silenceLimit);
+    const CURLcode code = kept_.perform(curl_.get());
     replyBeforeTransfer_ = watch.replyBeforeTransfer();
-    return code;
+    return watch.isOver() ? CURLE_OPERATION_TIMEDOUT : code;
 }
 
 std::string tFtpConnection::directoryUrl() const {

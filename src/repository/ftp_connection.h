@@ -11,6 +11,7 @@
 #include "exec/curl_handle.h"
 #include "repository/curl_errors.h"
 #include "repository/ftp_listing.h"
+#include "repository/kept_connection.h"
 
 namespace zelvo {
 
@@ -29,8 +30,6 @@ class tFtpConnection {
     // passive: data connections are made by this side. timeout: of one operation, in seconds; 0 for
     // 600.
     tFtpConnection(bool passive, unsigned long timeout);
-    // Waits for no farewell.
-    ~tFtpConnection();
     tFtpConnection(const tFtpConnection&) = delete;
     tFtpConnection& operator=(const tFtpConnection&) = delete;
 
@@ -78,6 +77,7 @@ class tFtpConnection {
     // target: the URL to go to, without login.
     void InitCredentials(const std::string& target);
     // Runs what the handle is set to. Returns CURLE_OPERATION_TIMEDOUT for a silent server too.
+    // Raises what KeptConnection::perform raises.
     CURLcode perform();
     std::string directoryUrl() const;
     void fetchListing(long namesOnly, std::string& text);
@@ -116,7 +116,8 @@ class tFtpConnection {
     int replyBeforeTransfer_ = 0;
     // Of the last IsDirExist; CURLE_OK if the server said yes or no.
     CURLcode unanswered_ = CURLE_OK;
-    // Dies first: its end still talks to the server, and to VerboseTell.
+    KeptConnection kept_;
+    // Dies before the connection, which knows no more of it.
     CurlHandle curl_;
 };
 

@@ -4,41 +4,38 @@
 
 namespace zelvo {
 
-CURLcode OperationWatch::perform(CURL* handle) {
-    begin();
+namespace {
+
+// The service ends the connection (RFC 959, 4.2).
+constexpr int kFarewell = 421;
+
+}  // namespace
+
+OperationWatch::OperationWatch(CURL* handle, unsigned long limit)
+    : limit_(limit), last_(std::chrono::steady_clock::now()) {
     curl_easy_setopt(handle, CURLOPT_HEADERFUNCTION, &OperationWatch::Heard);
     curl_easy_setopt(handle, CURLOPT_HEADERDATA, this);
     curl_easy_setopt(handle, CURLOPT_XFERINFOFUNCTION, &OperationWatch::Progress);
     curl_easy_setopt(handle, CURLOPT_XFERINFODATA, this);
     curl_easy_setopt(handle, CURLOPT_NOPROGRESS, 0L);
-    const CURLcode code = curl_easy_perform(handle);
-    return isOver_ ? CURLE_OPERATION_TIMEDOUT : code;
-}
-
-void OperationWatch::begin() {
-    last_ = std::chrono::steady_clock::now();
-    received_ = 0;
-    sent_ = 0;
-    isOver_ = false;
-    lastReply_ = 0;
-    replyBeforeTransfer_ = 0;
 }
 
 // RFC 959, 4.2: the last line of a reply has a blank behind the code, and codes of less than 200
 // begin a transfer.
 void OperationWatch::hear(const std::string& line) {
     last_ = std::chrono::steady_clock::now();
+    const int code = std::atoi(line.c_str());
+    hasAnswer_ |= code != kFarewell;
     if (line.size() < 4 || line[3] != ' ') {
         return;
     }
-    const int code = std::atoi(line.c_str());
     if (code >= 100 && code < 200) {
         replyBeforeTransfer_ = lastReply_;
     }
     lastReply_ = code;
 }
 
-bool OperationWatch::isOver(curl_off_t received, curl_off_t sent) {
+void OperationWatch::lookAt(curl_off_t received, curl_off_t sent) {
     const auto now = std::chrono::steady_clock::now();
     if (received != received_ || sent != sent_) {
         received_ = received;
@@ -46,7 +43,6 @@ bool OperationWatch::isOver(curl_off_t received, curl_off_t sent) {
         last_ = now;
     }
     isOver_ = now - last_ >= limit_;
-    return isOver_;
 }
 
 // NOLINTNEXTLINE(readability-non-const-parameter)
@@ -56,10 +52,12 @@ std::size_t OperationWatch::Heard(char* data, std::size_t size, std::size_t coun
     return size * count;
 }
 
-// libcurl calls it about once a second, whatever it waits for.
+// libcurl calls it again and again, whatever it waits for.
 int OperationWatch::Progress(void* watch, curl_off_t /*toReceive*/, curl_off_t received,
                              curl_off_t /*toSend*/, curl_off_t sent) noexcept {
-    return static_cast<OperationWatch*>(watch)->isOver(received, sent) ? 1 : 0;
+    auto& self = *static_cast<OperationWatch*>(watch);
+    self.lookAt(received, sent);
+    return self.isOver() ? 1 : 0;
 }
 
 }  // namespace zelvo

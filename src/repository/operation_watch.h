@@ -12,19 +12,22 @@ namespace zelvo {
 // speed knows nothing.
 class OperationWatch {
   public:
-    // limit: how long it may be silent, in seconds.
-    explicit OperationWatch(unsigned long limit) : limit_(limit) {}
+    // Takes the handle's functions for progress and for headers; it must not run any more when the
+    // watch is gone. limit: how long it may be silent, in seconds.
+    OperationWatch(CURL* handle, unsigned long limit);
+    OperationWatch(const OperationWatch&) = delete;
+    OperationWatch& operator=(const OperationWatch&) = delete;
 
-    // Runs the operation that handle is set to. Returns libcurl's result, for a silent one that of
-    // a time that is over. Takes the handle's functions for progress and for headers.
-    CURLcode perform(CURL* handle);
+    // Whether the operation was ended for its silence.
+    bool isOver() const { return isOver_; }
+    // Whether the server said anything but that it ends the connection.
+    bool hasAnswer() const { return hasAnswer_; }
     // The code of the server's reply in front of that which began a transfer; 0 if none began.
     int replyBeforeTransfer() const { return replyBeforeTransfer_; }
 
   private:
-    void begin();
     void hear(const std::string& line);
-    bool isOver(curl_off_t received, curl_off_t sent);
+    void lookAt(curl_off_t received, curl_off_t sent);
 
     // libcurl's callbacks.
     static std::size_t Heard(char* data, std::size_t size, std::size_t count, void* watch) noexcept;
@@ -36,6 +39,7 @@ class OperationWatch {
     curl_off_t received_ = 0;
     curl_off_t sent_ = 0;
     bool isOver_ = false;
+    bool hasAnswer_ = false;
     int lastReply_ = 0;
     int replyBeforeTransfer_ = 0;
 };

@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <thread>
 
 #include "commons/scoped_variable.h"
+#include "commons/termination.h"
 #include "ftp_rig.h"
 #include "repository/repository.h"
 #include "scripted_ftp_server.h"
@@ -130,6 +132,32 @@ TEST_F(FtpTransport, WaitsForNoSilentServer) {
         EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10));
     }
     tFtpConnection::s_silenceLimit = 600;
+}
+
+// Catches: a run that hears a request to stop when the biggest archive is there, and one that does
+// not undo anything any more. The request stays for good, so a child gets it.
+void stopDownload(tRepositoryTransport& ftp, ScriptedFtpServer& server) {
+    std::thread stop([&server] {
+        while (server.commands().find("RETR") == string::npos) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        }
+        terminateProgram();
+    });
+    EXPECT_THROW(read(ftp), MigrationTerminatedException);
+    stop.join();
+    ftp.Delete("f");
+    EXPECT_THAT(server.commands(), testing::EndsWith("DELE f\n"));
+}
+
+TEST_F(FtpTransport, HeedsARequestToStop) {
+    const auto stopped = [] {
+        {
+            ScriptedFtpServer server(FtpScript{{{"RETR", "-"}}});
+            stopDownload(*transport(server.url("/d"), "root", kPassword), server);
+        }
+        _exit(HasFailure() ? 1 : 0);
+    };
+    EXPECT_EXIT(stopped(), testing::ExitedWithCode(0), "");
 }
 
 // Catches: a server or a proxy of the environment that gets backups sent to another host, a
