@@ -22,6 +22,10 @@ constexpr unsigned long kMaxConnectTime = 120;
 // What libcurl moves at once, in bytes: its own 16 KB make a transfer of 1 GB
 // a sixth slower than curl's.
 constexpr long kBlock = 256L * 1024;
+// How long a connection may have been idle to be used again, in seconds.
+constexpr long kMaxIdleTime = 60;
+// "Service not available, closing control connection" (RFC 959, 4.2).
+constexpr long kServiceEnds = 421;
 
 const std::string kLineBreaks("\r\n\0", 3);
 
@@ -76,6 +80,7 @@ void tFtpConnection::setLimits() {
     // A firewall forgets a connection on which nothing comes and goes, such as that for commands
     // while a file is transferred.
     set(CURLOPT_TCP_KEEPALIVE, 1L);
+    set(CURLOPT_MAXAGE_CONN, kMaxIdleTime);
     // libcurl would take a proxy from the environment and another protocol from the URL.
     set(CURLOPT_PROXY, "");
     set(CURLOPT_PROTOCOLS_STR, "ftp");
@@ -107,11 +112,34 @@ void tFtpConnection::InitCredentials(const std::string& target) {
     }
 }
 
+// A server ends a connection that was idle for too long, and tells it with the answer to what comes
+// next, or not at all.
 CURLcode tFtpConnection::perform() {
+    bool isStale = false;
+    const CURLcode code = performOnce(isStale);
+    if (!isStale) {
+        return code;
+    }
+    kept_.drop();
+    return performOnce(isStale);
+}
+
+CURLcode tFtpConnection::performOnce(bool& isStale) {
     const OperationWatch watch(curl_.get(), s_silenceLimit);
     const CURLcode code = kept_.perform(curl_.get());
     replyBeforeTransfer_ = watch.replyBeforeTransfer();
+    isStale = !watch.hasAnswer() && wasEnded(code);
     return watch.isOver() ? CURLE_OPERATION_TIMEDOUT : code;
+}
+
+bool tFtpConnection::wasEnded(CURLcode code) const {
+    long connections = 1;
+    long reply = 0;
+    curl_easy_getinfo(curl_.get(), CURLINFO_NUM_CONNECTS, &connections);
+    curl_easy_getinfo(curl_.get(), CURLINFO_RESPONSE_CODE, &reply);
+    return connections == 0 &&
+           (code == CURLE_SEND_ERROR || code == CURLE_RECV_ERROR || code == CURLE_GOT_NOTHING ||
+            (code == CURLE_OPERATION_TIMEDOUT && reply == kServiceEnds));
 }
 
 std::string tFtpConnection::directoryUrl() const {

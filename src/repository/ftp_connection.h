@@ -79,6 +79,10 @@ class tFtpConnection {
     // Runs what the handle is set to. Returns CURLE_OPERATION_TIMEDOUT for a silent server too.
     // Raises what KeptConnection::perform raises.
     CURLcode perform();
+    // isStale: whether the operation met a connection of an earlier one that had been ended, and
+    // came to nothing.
+    CURLcode performOnce(bool& isStale);
+    bool wasEnded(CURLcode code) const;
     std::string directoryUrl() const;
     void fetchListing(long namesOnly, std::string& text);
     CURLcode enter(const std::string& target);

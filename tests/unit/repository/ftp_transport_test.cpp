@@ -160,6 +160,22 @@ TEST_F(FtpTransport, HeedsARequestToStop) {
     EXPECT_EXIT(stopped(), testing::ExitedWithCode(0), "");
 }
 
+// Catches: a restore that fails since unpacking one archive took longer than a server waits, and a
+// server that is asked again and again.
+TEST_F(FtpTransport, ComesBackToAServerThatWentForALittle) {
+    for (const char* const farewell : {"421 Idle", ""}) {
+        ScriptedFtpServer server(FtpScript{{{"second DELE f", farewell}}});
+        const auto ftp = transport(server.url("/d"), "root", kPassword);
+        ftp->Delete("f");
+        ftp->Delete("f");
+        const string login = "USER root\nPASS s3cr#t?\nPWD\nCWD d\nDELE f\n";
+        EXPECT_EQ(login + "DELE f\n" + login, server.commands());
+    }
+    ScriptedFtpServer full(FtpScript{{{"greeting", "421 Full"}}});
+    EXPECT_NE("", messageOf([&] { list(*transport(full.url("/"), "root", kPassword)); }));
+    EXPECT_EQ("", full.commands());
+}
+
 // Catches: a server or a proxy of the environment that gets backups sent to another host, a
 // directory that is there and fails, and commands that are sent from another directory than their
 // name stands in.

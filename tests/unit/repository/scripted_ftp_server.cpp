@@ -111,6 +111,11 @@ void ScriptedFtpServer::converse(int control) {
 
 bool ScriptedFtpServer::answer(int control, const std::string& line) {
     const std::string command = line.substr(0, line.find(' '));
+    if (const std::string key = "second " + line;
+        ++count_[line] == 2 && script_.replies.contains(key)) {
+        reply(control, key, "");
+        return false;
+    }
     if (script_.replies.contains(line)) return reply(control, line, "");
     if (command == "PASV") {
         int port = 0;

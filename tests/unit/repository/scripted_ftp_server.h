@@ -13,7 +13,8 @@
 struct FtpScript {
     // By whole command, by its first word or by code: what is said instead. "" closes the
     // connection, "-" is silence. "greeting", "transfer" (the end of one) and "data" ("-": that
-    // connection is never made) are no commands, nor is "stall" ("-": it is never closed).
+    // connection is never made) are no commands, nor is "stall" ("-": it is never closed). "second
+    // " and a whole command: what the second one is answered.
     std::map<std::string, std::string> replies = {};
     // What LIST, NLST and RETR send.
     std::string content = {};
@@ -45,6 +46,8 @@ class ScriptedFtpServer {
     zelvo::Descriptor listener_;
     zelvo::Descriptor passive_;
     std::string active_;
+    // Of each command.
+    std::map<std::string, int> count_;
     std::mutex mutex_;
     std::string commands_;
     std::thread thread_;
