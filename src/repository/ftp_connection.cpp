@@ -115,6 +115,9 @@ void tFtpConnection::InitCredentials(const std::string& target) {
 // A server ends a connection that was idle for too long, and tells it with the answer to what comes
 // next, or not at all.
 CURLcode tFtpConnection::perform() {
+    if (!knowsLoginDirectory()) {
+        kept_.drop();
+    }
     bool isStale = false;
     const CURLcode code = performOnce(isStale);
     if (!isStale) {
@@ -122,6 +125,13 @@ CURLcode tFtpConnection::perform() {
     }
     kept_.drop();
     return performOnce(isStale);
+}
+
+// Where it is unknown, libcurl goes on from the directory of the operation before.
+bool tFtpConnection::knowsLoginDirectory() const {
+    const char* directory = nullptr;
+    return curl_easy_getinfo(curl_.get(), CURLINFO_FTP_ENTRY_PATH, &directory) == CURLE_OK &&
+           directory != nullptr;
 }
 
 CURLcode tFtpConnection::performOnce(bool& isStale) {

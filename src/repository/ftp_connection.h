@@ -83,6 +83,8 @@ class tFtpConnection {
     // came to nothing.
     CURLcode performOnce(bool& isStale);
     bool wasEnded(CURLcode code) const;
+    // As the server named it when the connection was made.
+    bool knowsLoginDirectory() const;
     std::string directoryUrl() const;
     void fetchListing(long namesOnly, std::string& text);
     CURLcode enter(const std::string& target);

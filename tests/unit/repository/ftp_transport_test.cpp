@@ -176,6 +176,16 @@ TEST_F(FtpTransport, ComesBackToAServerThatWentForALittle) {
     EXPECT_EQ("", full.commands());
 }
 
+// Catches: a deletion in the directory of the operation before.
+TEST_F(FtpTransport, GoesAgainToAServerThatHidesItsDirectory) {
+    ScriptedFtpServer server(FtpScript{{{"PWD", "500 No"}}});
+    const auto ftp = transport(server.url("/d"), "root", kPassword);
+    ftp->Delete("a/f");
+    ftp->Delete("b/f");
+    EXPECT_THAT(server.commands(), HasSubstr("PWD\nCWD d\nCWD a\nDELE f\nQUIT\nUSER root\n"));
+    EXPECT_THAT(server.commands(), testing::EndsWith("PWD\nCWD d\nCWD b\nDELE f\n"));
+}
+
 // Catches: a server or a proxy of the environment that gets backups sent to another host, a
 // directory that is there and fails, and commands that are sent from another directory than their
 // name stands in.
