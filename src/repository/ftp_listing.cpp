@@ -53,12 +53,20 @@ bool hasLinksAndSize(const std::string& line) {
 }
 
 // The size of a line. Where owner and group are numbers, the expression takes the group for it and
-// leaves the size in front of the date, whose first word is no number of its own then.
+// leaves the size in front of the date. A date may begin with a number too, that of the day.
 std::string sizeOf(const boost::smatch& match) {
-    static const boost::regex shifted("(\\d+)\\s+([[:alpha:]]|\\d{4}-).*");
+    static const std::string month("([^\\s\\d]\\S*|\\d\\d?[^\\s\\d:./-]\\S*)");
+    static const boost::regex shifted("(\\d+)\\s+((" + month + "\\s+\\d\\d?[.,]?|\\d\\d?[.]?\\s+" +
+                                      month + ")\\s+\\d|\\d+[-/.]\\d+[-/.]\\d).*");
     boost::smatch rest;
     const std::string date = match[2];
     return matches(date, rest, shifted) ? rest[1] : match[1];
+}
+
+// What "ls -l" tells of a link without the path that it leads to, which would be taken for the
+// name.
+std::string withoutTarget(const std::string& line) {
+    return line.starts_with('l') ? line.substr(0, line.find(" -> ")) : line;
 }
 
 void tellUnknownLine(const std::string& line) {
@@ -116,7 +124,7 @@ bool InitFromWinDir(const std::string& line, FtpFileInfo& info) {
 void SplitFileInfo(const std::string& text, std::vector<FtpFileInfo>& entries) {
     eachLine(text, [&entries](const std::string& line) {
         FtpFileInfo info;
-        if (!InitFromUnixLs(line, info) && !InitFromWinDir(line, info)) {
+        if (!InitFromUnixLs(withoutTarget(line), info) && !InitFromWinDir(line, info)) {
             tellUnknownLine(line);
             return;
         }
