@@ -12,6 +12,8 @@ namespace {
 
 // Of a listing, in bytes: a server must not fill the memory.
 constexpr std::size_t kMaxListing = std::size_t{64} << 20;
+// "Requested action not taken" (RFC 959, 4.2).
+constexpr long kNoFile = 550;
 
 }  // namespace
 
@@ -31,11 +33,31 @@ void tFtpConnection::ListEx(std::vector<FtpFileInfo>& entries) {
 }
 
 void tFtpConnection::fetchListing(long namesOnly, std::string& text) {
+    const CURLcode code = requestListing(namesOnly, text);
+    if (!isRefusedListing(code) || namesOnly == 0 || !isListedEmpty()) {
+        CheckCurlRes(code);
+    }
+}
+
+CURLcode tFtpConnection::requestListing(long namesOnly, std::string& text) {
     InitCredentials(directoryUrl());
     set(CURLOPT_FTPLISTONLY, namesOnly);
     set(CURLOPT_WRITEFUNCTION, &tFtpConnection::ListingRead);
     set(CURLOPT_WRITEDATA, &text);
-    CheckCurlRes(perform());
+    return perform();
+}
+
+// Some servers answer so for a directory without names, others for one that may not be read. The
+// long listing tells which it is.
+bool tFtpConnection::isListedEmpty() {
+    std::string text;
+    return requestListing(0, text) == CURLE_OK && isEmptyListing(text);
+}
+
+bool tFtpConnection::isRefusedListing(CURLcode code) const {
+    long reply = 0;
+    curl_easy_getinfo(curl_.get(), CURLINFO_RESPONSE_CODE, &reply);
+    return code == CURLE_FTP_COULDNT_RETR_FILE && reply == kNoFile;
 }
 
 // libcurl counts on being where it went last, so the way back to the root comes first: what it

@@ -87,6 +87,10 @@ class tFtpConnection {
     bool knowsLoginDirectory() const;
     std::string directoryUrl() const;
     void fetchListing(long namesOnly, std::string& text);
+    CURLcode requestListing(long namesOnly, std::string& text);
+    // Whether the server lets a directory in and refuses to list it.
+    bool isRefusedListing(CURLcode code) const;
+    bool isListedEmpty();
     CURLcode enter(const std::string& target);
     // Goes to the directory above and sends a command there.
     CURLcode sendFromParent(const std::string& command);

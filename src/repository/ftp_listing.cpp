@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "repository/path_guard.h"
+#include "repository/repository_errors.h"
 #include "repository/repository_log.h"
 
 namespace zelvo {
@@ -76,7 +77,11 @@ void tellUnknownLine(const std::string& line) {
 // Calls work for each line that is not empty and not too long.
 template <class Work>
 void eachLine(const std::string& text, Work&& work) {
+    std::size_t lines = 0;
     for (std::size_t begin = 0; begin < text.size();) {
+        if (++lines > kMaxListingLines) {
+            throw EXC(TransportError) % "the directory has too many entries";
+        }
         const std::size_t end = std::min(text.find_first_of("\r\n", begin), text.size());
         const std::string line = text.substr(begin, end - begin);
         if (line.size() > kMaxListingLine) {
@@ -121,18 +126,38 @@ bool InitFromWinDir(const std::string& line, FtpFileInfo& info) {
     return true;
 }
 
+namespace {
+
+bool readEntry(const std::string& line, FtpFileInfo& info) {
+    if (!InitFromUnixLs(withoutTarget(line), info) && !InitFromWinDir(line, info)) {
+        return false;
+    }
+    info.name = fileNameOf(info.name);
+    return true;
+}
+
+bool isNoEntry(const std::string& name) { return name.empty() || name == "." || name == ".."; }
+
+}  // namespace
+
 void SplitFileInfo(const std::string& text, std::vector<FtpFileInfo>& entries) {
     eachLine(text, [&entries](const std::string& line) {
         FtpFileInfo info;
-        if (!InitFromUnixLs(withoutTarget(line), info) && !InitFromWinDir(line, info)) {
+        if (!readEntry(line, info)) {
             tellUnknownLine(line);
-            return;
-        }
-        info.name = fileNameOf(info.name);
-        if (info.name != "." && info.name != ".." && !info.name.empty()) {
+        } else if (!isNoEntry(info.name)) {
             entries.push_back(info);
         }
     });
+}
+
+bool isEmptyListing(const std::string& text) {
+    bool isEmpty = true;
+    eachLine(text, [&isEmpty](const std::string& line) {
+        FtpFileInfo info;
+        isEmpty &= line.starts_with("total ") || (readEntry(line, info) && isNoEntry(info.name));
+    });
+    return isEmpty;
 }
 
 void splitFileNames(const std::string& text, std::vector<std::string>& names) {

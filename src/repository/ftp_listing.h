@@ -19,6 +19,8 @@ struct FtpFileInfo : CreationDateMixin {
 
 // Lines that are longer are no listing.
 inline constexpr std::size_t kMaxListingLine = 4096;
+// A server with more is made to take the memory.
+inline constexpr std::size_t kMaxListingLines = 2000000;
 
 // Each reads one line and returns whether it has that form: of "ls -l" and of the "dir" of DOS. Of
 // a name with blanks the first leaves what stands behind the last blank.
@@ -26,8 +28,11 @@ bool InitFromUnixLs(const std::string& line, FtpFileInfo& info);
 bool InitFromWinDir(const std::string& line, FtpFileInfo& info);
 
 // Appends the entries of a listing; a line that has neither form is logged and skipped, and so are
-// "." and "..".
+// "." and "..". Raises TransportError for more than kMaxListingLines lines, as splitFileNames does.
 void SplitFileInfo(const std::string& text, std::vector<FtpFileInfo>& entries);
+
+// Whether a listing has no lines but those that a directory without entries has.
+bool isEmptyListing(const std::string& text);
 
 // Appends the names of a listing of names alone: without a path in front, without "." and "..".
 void splitFileNames(const std::string& text, std::vector<std::string>& names);

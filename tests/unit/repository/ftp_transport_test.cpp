@@ -57,6 +57,7 @@ const std::string kWrite = "unable to write file a/f: ";
 const std::string kFetch = "Unable to download remote file ";
 const std::string kFindDir = "unable to check directory existence: ";
 const std::string kQuote = ": Quote command returned error";
+const std::string kNoListing = "FTP: couldn't retrieve (RETR failed) the specified file";
 const std::string kDenied = "Access denied to remote resource";
 const Status kNoAccess = Status::kAccessDenied;
 const FtpScript kShutParent = {{{"CWD d", "550 No"}, {"CWD a", "550 No"}}, "a\r\n"};
@@ -67,6 +68,9 @@ const Failing kFailing[] = {
     {{{{"greeting", "530 Full"}}}, list, kList + "Weird server reply"},
     {{{{"greeting", "-"}}}, list, kList + "Timeout was reached"},
     {{{{"CWD", "550 No"}}}, list, kList + kDenied, kNoAccess},
+    {{{{"NLST", "550 No"}, {"LIST", "550 No"}}}, list, kList + kNoListing},
+    {{{{"NLST", "550 No"}}, "something"}, list, kList + kNoListing},
+    {{{}, std::string(5000000, '\n')}, list, kList + "the directory has too many entries"},
     {{{{"data", "-"}}}, list, kList + "FTP: Accepting server", Status::kDataTimeout, false},
     // Cut, less than was promised, not told to be whole.
     {{{{"SIZE", "213 100"}, {"transfer", ""}}, "half"}, read, kRead},
@@ -236,6 +240,13 @@ TEST_F(FtpTransport, TakesTheNamesOfAnyListing) {
     EXPECT_THAT(names, testing::ElementsAre("a", "x", "c d", "last"));
     EXPECT_TRUE(ftp->IsExist("c d"));
     EXPECT_FALSE(ftp->IsExist("b"));
+}
+
+TEST_F(FtpTransport, TakesARefusalToListNothing) {
+    ScriptedFtpServer server({{{"NLST", "550 No files found"}}, "total 0\r\n"});
+    const auto ftp = transport(server.url("/d"), "root", kPassword);
+    list(*ftp);
+    EXPECT_FALSE(ftp->IsExist("f"));
 }
 
 TEST_F(FtpTransport, SkipsEntriesWithoutAName) {
