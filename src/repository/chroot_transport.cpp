@@ -41,7 +41,7 @@ void tRepositoryTransportChroot::Copy(const std::string& path, tRepositoryTransp
 }
 
 void tRepositoryTransportChroot::Delete(const std::string& path) {
-    parent_.Delete(GetRealPath(path));
+    parent_.Delete(GetRealPath(requireInside(path)));
 }
 
 void tRepositoryTransportChroot::Move(const std::string& path, tRepositoryTransport& target,

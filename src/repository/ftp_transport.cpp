@@ -65,7 +65,8 @@ std::unique_ptr<orepostream> tRepositoryFtp::PutFile(const std::string& path) {
 
 void tRepositoryFtp::Delete(const std::string& path) {
     LogMsg("Transport: Delete file " + path);
-    inTransportWords("unable to delete directory: ", [&] { at(path).DeleteFile_(); });
+    inTransportWords("unable to delete directory: ",
+                     [&] { at(removablePath(path)).DeleteFile_(); });
 }
 
 void tRepositoryFtp::CreateDir(const std::string& path) {
@@ -75,7 +76,7 @@ void tRepositoryFtp::CreateDir(const std::string& path) {
 
 void tRepositoryFtp::DeleteDir(const std::string& path) {
     LogMsg("Transport: Delete dir " + path);
-    inTransportWords("unable to delete directory: ", [&] { deleteTree(requireInside(path), 0); });
+    inTransportWords("unable to delete directory: ", [&] { deleteEntry(removablePath(path), 0); });
 }
 
 void tRepositoryFtp::DeleteEmptyDir(const std::string& path) {
@@ -97,7 +98,7 @@ void tRepositoryFtp::deleteTree(const std::string& path, int depth) {
     std::vector<std::string> names;
     at(path).List(names);
     for (const std::string& name : names) {
-        deleteEntry(joinPath(path, name), depth);
+        deleteEntry(joinPath(path, name), depth + 1);
     }
     at(path).DeleteDir();
 }
@@ -111,7 +112,7 @@ void tRepositoryFtp::deleteEntry(const std::string& path, int depth) {
         if (failure.status() != CURLE_QUOTE_ERROR) {
             throw;
         }
-        deleteTree(path, depth + 1);
+        deleteTree(path, depth);
     }
 }
 

@@ -27,9 +27,10 @@ class tRepositoryFtp : public tRepositoryTransport {
     std::unique_ptr<irepostream> GetFile(const std::string& path) override;
     using tRepositoryTransport::PutFile;
     std::unique_ptr<orepostream> PutFile(const std::string& path) override;
+    // It and DeleteDir raise TransportError for the root of the repository.
     void Delete(const std::string& path) override;
     void CreateDir(const std::string& path) override;
-    // Raises TransportError for the root of the repository.
+    // Removes a link, and not what it leads to, and a file.
     void DeleteDir(const std::string& path) override;
     void DeleteEmptyDir(const std::string& path) override;
     void ListDir(const std::string& path, std::vector<std::string>& names) override;

@@ -81,8 +81,13 @@ std::unique_ptr<orepostream> tRepositoryLocal::PutFile(const std::string& path) 
 
 void tRepositoryLocal::Delete(const std::string& path) {
     LogMsg("Transport: Delete file " + path);
-    const std::string fullPath = GetFullPath(path);
-    inWords("Unable to delete file " + path, [&] { fs::remove(fullPath); });
+    const std::string fullPath = GetFullPath(removablePath(path));
+    inWords("Unable to delete file " + path, [&] {
+        if (fs::is_directory(fs::symlink_status(fullPath))) {
+            fail("Unable to delete file " + path + ": " + std::strerror(EISDIR));
+        }
+        fs::remove(fullPath);
+    });
 }
 
 void tRepositoryLocal::CreateDir(const std::string& path) {
@@ -93,7 +98,7 @@ void tRepositoryLocal::CreateDir(const std::string& path) {
 
 void tRepositoryLocal::DeleteDir(const std::string& path) {
     LogMsg("Transport: Delete dir " + path);
-    const std::string fullPath = GetFullPath(requireInside(path));
+    const std::string fullPath = GetFullPath(removablePath(path));
     inWords("Unable to delete dir " + path, [&] { fs::remove_all(fullPath); });
 }
 

@@ -19,9 +19,11 @@ class tRepositoryLocal : public tRepositoryTransport {
     std::unique_ptr<irepostream> GetFile(const std::string& path) override;
     using tRepositoryTransport::PutFile;
     std::unique_ptr<orepostream> PutFile(const std::string& path) override;
+    // One that is not there is no failure. It and DeleteDir raise TransportError for the root of
+    // the repository.
     void Delete(const std::string& path) override;
     void CreateDir(const std::string& path) override;
-    // Raises TransportError for the root of the repository.
+    // Removes a link, and not what it leads to, and a file.
     void DeleteDir(const std::string& path) override;
     void DeleteEmptyDir(const std::string& path) override;
     void ListDir(const std::string& path, std::vector<std::string>& names) override;

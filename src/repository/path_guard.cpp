@@ -47,6 +47,14 @@ const std::string& requireInside(const std::string& path) {
     return path;
 }
 
+std::string removablePath(const std::string& path) {
+    std::string removable = requireInside(path);
+    while (removable.ends_with('/') || removable.ends_with("/.")) {
+        removable.pop_back();
+    }
+    return removable;
+}
+
 std::string joinPath(const std::string& dir, const std::string& name) {
     return dir.empty() || dir.ends_with('/') ? dir + name : dir + "/" + name;
 }

@@ -17,6 +17,9 @@ std::string normalPath(const std::string& path);
 // Returns the path if it is not the place itself, which no operation may remove. Raises
 // TransportException.
 const std::string& requireInside(const std::string& path);
+// The same for what an operation removes, without "/" and "." at its end: behind a link they would
+// lead to where it points.
+std::string removablePath(const std::string& path);
 
 // The path of an entry of a directory; dir may be empty for the place itself.
 std::string joinPath(const std::string& dir, const std::string& name);

@@ -80,7 +80,13 @@ TEST_P(FtpServers, KeepDirectories) {
     EXPECT_FALSE(ftp_->IsDirExist("a/f"));
     ftp_->ListDirEx("a", *std::make_unique<std::vector<FileInfo>>());
     std::filesystem::remove(remote("a/f"));
+    put(*ftp_, "b/f", "");
+    std::filesystem::create_symlink("../b", remote("a/link"));
+    std::filesystem::create_symlink("b", remote("link"));
     ftp_->DeleteDir("a");
+    ftp_->DeleteDir("link");
+    EXPECT_FALSE(std::filesystem::is_symlink(remote("link")));
+    EXPECT_TRUE(std::filesystem::exists(remote("b/f")));
     EXPECT_FALSE(std::filesystem::exists(remote("a")));
     EXPECT_FALSE(ftp_->IsDirExist("a"));
     EXPECT_NE("", messageOf([this] { ftp_->DeleteDir("/"); }));

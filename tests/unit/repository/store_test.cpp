@@ -116,7 +116,17 @@ TEST_F(Store, StaysInItsPlace) {
     }
     for (const char* path : {"", "/", ".", "./"}) {
         EXPECT_THROW(chroot->DeleteDir(path), TransportException) << path;
+        EXPECT_THROW(chroot->Delete(path), TransportException) << path;
     }
+    std::filesystem::create_directories(dir_.path("r/sub/empty"));
+    EXPECT_EQ("Unable to delete file sub/empty: Is a directory",
+              messageOf([&] { chroot->Delete("empty"); }));
+    for (const char* link : {"link", "link/", "link/./", "link/."}) {
+        std::filesystem::create_symlink("a", dir_.path("r/sub/link"));
+        chroot->DeleteDir(link);
+        EXPECT_FALSE(std::filesystem::is_symlink(dir_.path("r/sub/link"))) << link;
+    }
+    EXPECT_TRUE(chroot->IsExist("a/p_x_1203011530.tgz"));
     for (const char* value : {"", "../x", "a/b", "a\nb"}) {
         EXPECT_THROW(repository_.SetDiscoveredItem("", "n", "item", value), RepositoryException);
     }
