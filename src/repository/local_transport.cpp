@@ -61,14 +61,14 @@ void tRepositoryLocal::Init(const std::string& login, const std::string&, bool, 
 
 std::unique_ptr<irepostream> tRepositoryLocal::GetFile(const std::string& path) {
     LogMsg("Transport: Get file " + path);
-    auto in = std::make_unique<tLocalInStream>(GetFullPath(path));
+    auto in = std::make_unique<tLocalInStream>(GetFullPath(path), path);
     in->open();
     return in;
 }
 
 std::unique_ptr<orepostream> tRepositoryLocal::PutFile(const std::string& path) {
     LogMsg("Transport: Put file " + path);
-    auto out = std::make_unique<tLocalOutStream>(GetFullPath(path));
+    auto out = std::make_unique<tLocalOutStream>(GetFullPath(path), path);
     try {
         CreateParentDirs(path);
     } catch (const ExTraceable& failure) {
@@ -147,10 +147,8 @@ bool tRepositoryLocal::IsDirExist(const std::string& path) {
 }
 
 CreationDateMixin tRepositoryLocal::GetCreationDate(const std::string& path) {
-    const std::string fullPath = GetFullPath(path);
     CreationDateMixin date;
-    inWords("Unable to get date of " + path,
-            [&] { date.SetDateTime(fs::last_write_time(fullPath)); });
+    date.SetDateTime(fs::last_write_time(GetFullPath(path)));
     return date;
 }
 
@@ -175,12 +173,14 @@ std::string tRepositoryLocal::GetLocalDirFiles(const std::string& path,
 std::uint64_t tRepositoryLocal::GetFileSize(const std::string& path) {
     LogMsg("Transport: get file size of '" + path + "'");
     const std::string fullPath = GetFullPath(path);
-    try {
-        return inWords("Unable to get size of " + path, [&] { return fs::file_size(fullPath); });
-    } catch (const ExTraceable& failure) {
-        LogMsg(std::string("Error: ") + failure.what());
-        throw;
-    }
+    return inWords("Unable to get size of " + path, [&] {
+        try {
+            return fs::file_size(fullPath);
+        } catch (const fs::filesystem_error& failure) {
+            LogMsg(std::string("Error: ") + failure.what());
+            throw;
+        }
+    });
 }
 
 }  // namespace zelvo

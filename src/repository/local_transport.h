@@ -34,7 +34,7 @@ class tRepositoryLocal : public tRepositoryTransport {
     std::string GetReceivingDir() override { return ""; }
     void ReceiveDir(const std::string&) override {}
     void ClearReceivingDir() noexcept override {}
-    // The time of the last write.
+    // The time of the last write. Raises boost::filesystem::filesystem_error.
     CreationDateMixin GetCreationDate(const std::string& path) override;
     std::string GetLocalFile(const std::string& path) override;
     std::string GetLocalDirFiles(const std::string& path,
