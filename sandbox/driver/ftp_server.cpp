@@ -36,7 +36,6 @@ anon_world_readable_only=NO
 anon_umask=022
 seccomp_sandbox=NO
 isolate_network=NO
-force_dot_files=YES
 connect_from_port_20=NO
 )";
 
@@ -74,13 +73,13 @@ std::unique_ptr<Process> startServer(std::vector<std::string> command) {
 FtpServer::FtpServer(Kind kind, const std::string& directory)
     : directory_(directory), port_(freePort()) {
     fs::create_directories(root() + "/repo");
-    kind == Kind::kVsftpd ? startVsftpd() : startPyftpdlib();
+    kind == Kind::kPyftpdlib ? startPyftpdlib() : startVsftpd(kind == Kind::kHidingVsftpd);
     awaitAnswer();
 }
 
 FtpServer::~FtpServer() = default;
 
-void FtpServer::startVsftpd() {
+void FtpServer::startVsftpd(bool isHiding) {
     login_ = "anonymous";
     password_ = "guest@example.com";
     const passwd* const owner = getpwnam("ftp");
@@ -94,7 +93,8 @@ void FtpServer::startVsftpd() {
     fs::create_directory(directory_ + "/empty");
     std::ofstream(directory_ + "/vsftpd.conf")
         << kVsftpdSettings + 1 << "listen_port=" << port_ << "\nanon_root=" << root()
-        << "\nsecure_chroot_dir=" << directory_ << "/empty\n";
+        << "\nsecure_chroot_dir=" << directory_
+        << "/empty\nforce_dot_files=" << (isHiding ? "NO" : "YES") << "\n";
     server_ = startServer({"vsftpd", directory_ + "/vsftpd.conf"});
 }
 

@@ -17,6 +17,8 @@ class FtpServer {
         // A server in C that takes anonymous clients into a chroot. It lists as "ls -l" with ids as
         // numbers, and hides nothing.
         kVsftpd,
+        // The same with what begins with a dot left out of listings.
+        kHidingVsftpd,
         // A library in Python. It asks for a login, which holds what ends the login of a URL.
         kPyftpdlib
     };
@@ -35,7 +37,7 @@ class FtpServer {
     std::string password() const { return password_; }
 
   private:
-    void startVsftpd();
+    void startVsftpd(bool isHiding);
     void startPyftpdlib();
     void awaitAnswer() const;
 

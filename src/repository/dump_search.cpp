@@ -19,6 +19,28 @@ std::vector<std::string> listed(tRepositoryTransport& transport, const std::stri
     return names;
 }
 
+// Many FTP servers leave out what begins with a dot.
+std::vector<std::string> listedWithDiscovered(tRepositoryTransport& transport,
+                                              const std::string& dir) {
+    std::vector<std::string> names = listed(transport, dir);
+    if (std::find(names.begin(), names.end(), DISCOVERED) == names.end() &&
+        transport.IsDirExist(joinPath(dir, DISCOVERED))) {
+        names.emplace_back(DISCOVERED);
+    }
+    return names;
+}
+
+// Runs a part of a search; a directory that cannot be listed ends it.
+template <class Part>
+void searchPart(const std::string& dir, Part&& part) {
+    try {
+        part();
+    } catch (const ExTraceable& failure) {
+        LogMsg(failure);
+        LogMsg("Unable to list dir " + dir);
+    }
+}
+
 bool isFile(tRepositoryTransport& transport, const std::string& path) {
     return transport.IsExist(path) && !transport.IsDirExist(path);
 }
@@ -42,12 +64,10 @@ class DumpSearch {
     void searchIn(const std::string& dir, int depth) {
         LogMsg("Search info xml and discovered" + subject(label_, prefix_, dir));
         std::vector<std::string> names;
-        try {
-            names = listed(transport_, dir);
-        } catch (const ExTraceable& failure) {
-            LogMsg(failure);
-            LogMsg("Unable to list dir " + dir);
-        }
+        searchPart(dir, [&] {
+            names =
+                withDiscovered_ ? listedWithDiscovered(transport_, dir) : listed(transport_, dir);
+        });
         for (const std::string& name : names) {
             take(name, joinPath(dir, name), depth);
         }
@@ -69,8 +89,10 @@ class DumpSearch {
 
     void takeDiscovered(const std::string& dir) {
         if (withDiscovered_) {
-            const auto dirs = FindDiscovered(transport_, dir, label_, prefix_);
-            found_.discovered.insert(found_.discovered.end(), dirs.begin(), dirs.end());
+            searchPart(dir, [&] {
+                const auto dirs = FindDiscovered(transport_, dir, label_, prefix_);
+                found_.discovered.insert(found_.discovered.end(), dirs.begin(), dirs.end());
+            });
         }
     }
 
@@ -99,7 +121,8 @@ class DumpSearch {
 bool HasInfoXml(tRepositoryTransport& transport, const std::string& dir, const std::string& label,
                 const std::string& prefix, bool orDiscovered) {
     LogMsg("Check info xml by label " + label + " in dir " + dir);
-    const std::vector<std::string> names = listed(transport, dir);
+    const std::vector<std::string> names =
+        orDiscovered ? listedWithDiscovered(transport, dir) : listed(transport, dir);
     const auto isInfo = [&](const std::string& name) {
         return InfoXmlMatchToLabel(name, label) && FileMatchToPrefix(name, prefix) &&
                isFile(transport, joinPath(dir, name));

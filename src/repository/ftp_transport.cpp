@@ -6,6 +6,7 @@
 
 #include "repository/ftp_failure.h"
 #include "repository/ftp_streams.h"
+#include "repository/names.h"
 #include "repository/path_guard.h"
 #include "repository/repository_log.h"
 
@@ -97,10 +98,19 @@ void tRepositoryFtp::deleteTree(const std::string& path, int depth) {
     }
     std::vector<std::string> names;
     at(path).List(names);
+    addHidden(path, names);
     for (const std::string& name : names) {
         deleteEntry(joinPath(path, name), depth + 1);
     }
     at(path).DeleteDir();
+}
+
+// Many servers leave out what begins with a dot. A backup would be deleted and its directory stay.
+void tRepositoryFtp::addHidden(const std::string& path, std::vector<std::string>& names) {
+    if (std::find(names.begin(), names.end(), DISCOVERED) == names.end() &&
+        isDirectory(joinPath(path, DISCOVERED))) {
+        names.push_back(DISCOVERED);
+    }
 }
 
 // Names tell no types. What can be deleted as a file is none of those directories that are entered,

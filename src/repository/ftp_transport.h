@@ -63,6 +63,7 @@ class tRepositoryFtp : public tRepositoryTransport {
     bool holds(const std::string& path);
     bool isDirectory(const std::string& path);
     void deleteTree(const std::string& path, int depth);
+    void addHidden(const std::string& path, std::vector<std::string>& names);
     void deleteEntry(const std::string& path, int depth);
     void sendDir(const std::string& path);
 

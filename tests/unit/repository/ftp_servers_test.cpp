@@ -3,6 +3,7 @@
 
 #include "ftp_rig.h"
 #include "ftp_server.h"
+#include "repository/dump_search.h"
 #include "repository/repository.h"
 #include "told.h"
 
@@ -127,6 +128,24 @@ TEST_P(FtpServers, HoldARepository) {
     EXPECT_FALSE(std::filesystem::exists(remote("new")));
 }
 
+class HidingFtpServer : public FtpServers {};
+
+// Catches: a backup of which a part is not found, and a directory that a deletion empties of all
+// but that part.
+TEST_P(HidingFtpServer, HidesNoPartOfABackup) {
+    const std::string item = "d/.discovered/p_info_1203011530/size_7";
+    put(*ftp_, item, "");
+    put(*ftp_, "d/p_info_1203011530.xml", "");
+    EXPECT_FALSE(ftp_->IsExist("d/.discovered"));
+    DumpFiles found;
+    FindInfoXmlAndDiscovered(*ftp_, "d", "1203011530", "p", true, found);
+    EXPECT_EQ(Paths{"d/.discovered/p_info_1203011530"}, found.discovered);
+    ftp_->DeleteDir("d");
+    EXPECT_FALSE(std::filesystem::exists(remote("d")));
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, HidingFtpServer,
+                         testing::Values(Setting{FtpServer::Kind::kHidingVsftpd, true}));
 INSTANTIATE_TEST_SUITE_P(Kinds, FtpServers,
                          testing::Values(Setting{FtpServer::Kind::kVsftpd, true},
                                          Setting{FtpServer::Kind::kPyftpdlib, false}));

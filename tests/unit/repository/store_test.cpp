@@ -106,6 +106,7 @@ TEST_F(Store, KeepsAnIndex) {
 TEST_F(Store, StaysInItsPlace) {
     const auto chroot = tRepositoryTransport::Chroot(repository_.transport(), "/sub/");
     chroot->PutFile("/a/p_x_1203011530.tgz")->close();
+    chroot->PutFile("/a/.discovered")->close();
     for (const char* name : {"p_info_1203011530.xml", "q_info_1203011530.xml", "p_y_1203011530.log",
                              "p_x_1203011531.tgz", ".discovered/p_info_1203011530/GUID_1"}) {
         chroot->PutFile(name)->close();
