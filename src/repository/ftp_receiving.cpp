@@ -19,6 +19,11 @@ void makeDirectory(const std::string& path) {
     inTransportWords("Unable to create dir " + path + ": ", [&] { fs::create_directories(path); });
 }
 
+std::string makeTempDirectory(const std::string& above, const std::string& prefix) {
+    return inTransportWords("Unable to keep local files: ",
+                            [&] { return RMK_makeTempFileDirectory(above, prefix); });
+}
+
 }  // namespace
 
 FtpReceiving::~FtpReceiving() {
@@ -33,14 +38,14 @@ FtpReceiving::~FtpReceiving() {
 
 const std::string& FtpReceiving::path() {
     if (path_.empty()) {
-        path_ = RMK_makeTempFileDirectory("", "repository-") + "/";
+        path_ = makeTempDirectory("", "repository-") + "/";
     }
     return path_;
 }
 
 const std::string& FtpReceiving::own() {
     if (own_.empty()) {
-        own_ = RMK_makeTempFileDirectory(path(), ".fetched-");
+        own_ = makeTempDirectory(path(), ".fetched-");
     }
     return own_;
 }

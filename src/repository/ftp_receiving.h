@@ -19,13 +19,13 @@ class FtpReceiving {
     FtpReceiving(const FtpReceiving&) = delete;
     FtpReceiving& operator=(const FtpReceiving&) = delete;
 
-    // The directory, with "/" at its end. Raises CantCreateTempDir, as all do.
+    // The directory, with "/" at its end. Raises TransportException, as all do.
     const std::string& path();
     // Whether a path is the part of it that is not to be sent.
     bool isOwn(const std::string& localPath) const;
     // Removes all that is to be sent; what was fetched stays. What hinders that is told in the log.
     void clear() const noexcept;
-    // A new empty file.
+    // A new empty file. Raises CantCreateTempFile as well.
     std::string newFile();
     // The local name for the file at a path of the repository. Raises TransportError if there is a
     // file.

@@ -52,14 +52,23 @@ tFtpConnection& tRepositoryFtp::at(const std::string& path) { return file(path).
 
 std::unique_ptr<irepostream> tRepositoryFtp::GetFile(const std::string& path) {
     LogMsg("Transport: Get file " + path);
-    auto in = std::make_unique<tFtpInStream>(file(path), receiving_.newFile());
+    const FtpFile wanted = file(path);
+    std::unique_ptr<irepostream> in;
+    try {
+        in = std::make_unique<tFtpInStream>(wanted, receiving_.newFile());
+    } catch (const ExTraceable& cause) {
+        throw ftpFailure("unable to read file " + path, cause);
+    }
     in->open();
     return in;
 }
 
 std::unique_ptr<orepostream> tRepositoryFtp::PutFile(const std::string& path) {
     LogMsg("Transport: Put file " + path);
-    auto out = std::make_unique<tFtpOutStream>(file(path), receiving_.newFile());
+    const FtpFile wanted = file(path);
+    const std::string place = inTransportWords("unable to write file " + path + ": ",
+                                               [this] { return receiving_.newFile(); });
+    auto out = std::make_unique<tFtpOutStream>(wanted, place);
     out->open();
     return out;
 }

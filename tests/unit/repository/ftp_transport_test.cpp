@@ -334,5 +334,13 @@ TEST_F(FtpTransport, LeavesNoHalfFile) {
     }
 }
 
+TEST_F(FtpTransport, TellsThatItCannotKeepLocalFiles) {
+    configuration_.set("DUMP_TMP_D", dir_.path("none"));
+    const auto ftp = transport("ftp://127.0.0.1:1", "root", kPassword);
+    EXPECT_THROW(ftp->GetFile("f"), TransportException);
+    EXPECT_THROW(ftp->PutFile("f"), TransportException);
+    EXPECT_THROW(ftp->GetLocalDirFiles("d", {"f"}), TransportException);
+}
+
 }  // namespace
 }  // namespace zelvo
