@@ -38,8 +38,9 @@ std::unique_ptr<tRepository> tRepository::GetFileRepository(const std::string& u
                                                             bool passive, std::string& name) {
     std::string base;
     DecomposeUrl(url, base, name);
-    if (GetUrlPlace(base).empty()) {
-        // It would be taken for the root of the file system.
+    const bool isScheme = base.ends_with("://") && base.find("://") == base.size() - 3;
+    if (GetUrlPlace(base).empty() || isScheme) {
+        // It would be taken for the root of the file system, or for a local directory.
         throw EXC(RepositoryError) % ("url '" + GetUrlPlace(url) + "' has no directory");
     }
     return GetRepository(base, password, passive, false);

@@ -49,8 +49,10 @@ TEST_F(Packing, ExportsOneDumpSigned) {
     EXPECT_EQ("content file 'd/p_y_1203011530.tar' was not found among the files of the backup",
               messageOf([&] { repository_.Export(info, dir_.path("other/b.tar"), "", false); }));
     EXPECT_EQ("p_1203011530.tgz sub.tar ", files(dir_.path("other")));
-    EXPECT_EQ("url 'x.tgz' has no directory",
-              messageOf([&] { repository_.Export(info, "x.tgz", "", false); }));
+    for (const std::string url : {"x.tgz", "ftp://host", "FTP://host"}) {
+        EXPECT_EQ("url '" + url + "' has no directory",
+                  messageOf([&] { repository_.Export(info, url, "", false); }));
+    }
     EXPECT_EQ("Archiver error: Multivolume packing not implemented",
               messageOf([&] { other_.PackFromRepo(repository_, "", {}, "a", "b", 1, {}); }));
     EXPECT_TRUE(log_.holds("Pack from " + dir_.path("r") + "/clients/7 to directory " +
