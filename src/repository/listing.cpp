@@ -9,7 +9,7 @@
 #include "repository/path_guard.h"
 #include "repository/repository.h"
 #include "repository/repository_log.h"
-#include "repository/tolerated.h"
+#include "repository/tolerated_dir.h"
 
 namespace zelvo {
 
@@ -158,12 +158,15 @@ void tRepository::AllBackupsList(const std::string& owner, std::vector<BackupInf
 void tRepository::listBackups(const Paths& dirs, const std::string& type, BackupsLister& lister) {
     for (const std::string& dir : dirs) {
         const std::string all = joinPath(dir, DISCOVERED);
-        if (!transport_->IsDirExist(all)) {
-            log("'.discovered' directory for '" + type + "' '" + fileNameOf(dir) + "' not found");
-            continue;
-        }
         Paths names;
-        transport_->ListDir(all, names);
+        toleratedDir(*transport_, all, [&] {
+            if (transport_->IsDirExist(all)) {
+                transport_->ListDir(all, names);
+            } else {
+                log("'.discovered' directory for '" + type + "' '" + fileNameOf(dir) +
+                    "' not found");
+            }
+        });
         for (const std::string& name : names) {
             toleratedInWords(
                 [&] { lister.append(dir, name); }, "unknown error",

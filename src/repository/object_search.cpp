@@ -6,7 +6,7 @@
 #include "repository/path_guard.h"
 #include "repository/repository.h"
 #include "repository/repository_log.h"
-#include "repository/tolerated.h"
+#include "repository/tolerated_dir.h"
 
 namespace zelvo {
 
@@ -23,16 +23,27 @@ std::vector<std::string> ownerTypes(const std::string& type) {
     return types;
 }
 
+// Appends a directory if it is there.
+void takeDir(tRepositoryTransport& transport, const std::string& dir, Paths& found) {
+    toleratedDir(transport, dir, [&] {
+        if (transport.IsDirExist(dir)) {
+            found.push_back(dir);
+        }
+    });
+}
+
 // The directories of the objects of one type.
 Paths objectsIn(tRepositoryTransport& transport, const std::string& groupDir) {
     Paths names;
-    if (transport.IsDirExist(groupDir)) {
-        transport.ListDir(groupDir, names);
-    }
+    toleratedDir(transport, groupDir, [&] {
+        if (transport.IsDirExist(groupDir)) {
+            transport.ListDir(groupDir, names);
+        }
+    });
     Paths dirs;
     for (const std::string& name : names) {
-        if (isComponent(name) && transport.IsDirExist(joinPath(groupDir, name))) {
-            dirs.push_back(joinPath(groupDir, name));
+        if (isComponent(name)) {
+            takeDir(transport, joinPath(groupDir, name), dirs);
         }
     }
     return dirs;
@@ -60,7 +71,7 @@ class ObjectSearch {
     void searchIn(const std::string& dir, const std::vector<std::string>& owners) {
         for (const std::string& group : GetObjectTypeSearchDirs(type_)) {
             for (const std::string& id : ids_) {
-                take(joinPath(joinPath(dir, group), id));
+                takeDir(transport_, joinPath(joinPath(dir, group), id), found_);
             }
         }
         for (auto owner = owners.begin(); owner != owners.end(); ++owner) {
@@ -71,12 +82,6 @@ class ObjectSearch {
     const Paths& found() const { return found_; }
 
   private:
-    void take(const std::string& path) {
-        if (transport_.IsDirExist(path)) {
-            found_.push_back(path);
-        }
-    }
-
     void searchBelow(const std::string& groupDir, const std::vector<std::string>& owners) {
         for (const std::string& dir : objectsIn(transport_, groupDir)) {
             searchIn(dir, owners);

@@ -106,7 +106,8 @@ class tRepository {
 
     // ---- listing and validation.
 
-    // Appends the structured backups of an object; one that cannot be read is told in the log.
+    // Appends the structured backups of an object; one that cannot be read and a directory that
+    // cannot be listed are told in the log.
     // type: an object type. owner: GUID; empty for any. Raises RepositoryException for what is no
     // type.
     void BackupsList(const std::string& type, const std::string& guid, const std::string& owner,

@@ -1,5 +1,6 @@
 #include "repository/discovered_items.h"
 #include "repository_rig.h"
+#include "scripted_ftp_server.h"
 
 namespace zelvo {
 namespace {
@@ -66,6 +67,17 @@ TEST_F(Listing, FindsTheBackupsOfAnObject) {
                   std::to_string(info.validation.size()));
     EXPECT_EQ("Discovered dir '.discovered/x' not found",
               messageOf([&] { repository_.GetBackupInfo("x.xml", false); }));
+}
+
+// Catches: a directory that hides what stands in the others.
+TEST_F(Listing, GoesOnBehindADirectoryThatCannotBeListed) {
+    const ScriptedFtpServer server(FtpScript{{{"NLST", "550 no"}}});
+    tRepository far(server.url("/d"), "u", "p", "", true);
+    std::vector<BackupInfo> found;
+    EXPECT_EQ("", messageOf([&] { far.AllBackupsList("", found); }));
+    for (const char* dir : {".discovered", "resellers", "clients", "domains"}) {
+        EXPECT_TRUE(hasTold(std::string("Error: unable to list directory '") + dir + "': ")) << dir;
+    }
 }
 
 TEST_F(Listing, ChecksBackups) {
