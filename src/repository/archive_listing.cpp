@@ -63,6 +63,9 @@ void requireInsideDestination(const std::string& member) {
     if (std::count(member.begin(), member.end(), '/') > kMaxDepth) {
         refuseMember(member, "is too deep");
     }
+    if (("/" + member).find("/./") != std::string::npos) {
+        refuseMember(member, "is written with a './'");
+    }
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include "repository/names.h"
 #include "repository/new_entries.h"
 #include "repository/object_types.h"
+#include "repository/packed_info.h"
 #include "repository/path_guard.h"
 #include "repository/repository.h"
 #include "repository/repository_log.h"
@@ -36,29 +37,6 @@ struct PackedDump {
     Paths items;
 };
 
-// The info document among what stands at the top of an archive.
-std::string findInfo(const Paths& topFiles, const std::string& archive) {
-    Paths documents;
-    std::copy_if(topFiles.begin(), topFiles.end(), std::back_inserter(documents),
-                 [](const std::string& file) { return file.ends_with(".xml"); });
-    if (documents.size() > 1) {
-        refuse("root of arhive " + archive + " contains more than 1 xml file");
-    }
-    if (documents.empty()) {
-        refuse("root of arhive " + archive + " does no contains xml files");
-    }
-    return documents.front();
-}
-
-void requireInfoName(const std::string& name) {
-    try {
-        GetInfoXmlsLabel(name);
-    } catch (const ExTraceable& failure) {
-        LogMsg(failure);
-        refuse("bad name of info file");
-    }
-}
-
 // archive: its name, for messages.
 PackedDump readPackedDump(const Paths& volumes, const std::string& archive) {
     PackedDump dump;
@@ -69,8 +47,7 @@ PackedDump readPackedDump(const Paths& volumes, const std::string& archive) {
     ExtractArchiveSubDir(volumes, itemsDir.path(), DISCOVERED, items);
     Paths topFiles;
     ExtractArchiveRoot(volumes, topDir.path(), topFiles);
-    dump.infoName = findInfo(topFiles, archive);
-    requireInfoName(dump.infoName);
+    dump.infoName = FindPackedInfo(topFiles, archive);
     const std::string own = GetDiscoveredDir(dump.infoName) + "/";
     std::copy_if(items.begin(), items.end(), std::back_inserter(dump.items),
                  [&](const std::string& item) { return item.starts_with(own); });

@@ -1,9 +1,9 @@
 // The half of tRepository that checks packed backups.
-#include <algorithm>
-
 #include "repository/archive_listing.h"
 #include "repository/archive_volumes.h"
 #include "repository/file_parts.h"
+#include "repository/packed_info.h"
+#include "repository/path_guard.h"
 #include "repository/repository.h"
 #include "repository/repository_log.h"
 #include "repository/temp_file_guard.h"
@@ -20,18 +20,16 @@ std::vector<ValidationResult> tRepository::GetPackedBackupProps(const std::strin
     try {
         const Paths parts = GetFileParts(*transport_, path);
         // A link in it would have the check read and write in another place.
-        ListPlainArchive(bringVolumes(*transport_, parts));
+        Paths topFiles = ListPlainArchive(bringVolumes(*transport_, parts));
+        std::erase_if(topFiles,
+                      [](const std::string& file) { return file.find('/') != std::string::npos; });
+        // What an import would not take is no backup.
+        const std::string info = FindPackedInfo(topFiles, fileNameOf(path));
         const TempDirGuard dir;
         tRepository unpacked(dir.path(), "", "", "", false);
-        const Paths files = UnpackToRepo(parts, unpacked, "", {});
-        const auto info = std::find_if(files.begin(), files.end(), [](const std::string& file) {
-            return file.ends_with(".xml") && file.find('/') == std::string::npos;
-        });
-        if (info == files.end()) {
-            throw EXC(RepositoryError) % ("file '" + path + "' holds no info document");
-        }
+        UnpackToRepo(parts, unpacked, "", {});
         // The archive may bring along a verdict of its own.
-        return unpacked.ValidateBackup(*info, true);
+        return unpacked.ValidateBackup(info, true);
     } catch (const ExTraceable& failure) {
         LogMsg(failure);
         return {{BackupStatus::kWrongFormat, failure.what(), {path}}};

@@ -94,6 +94,7 @@ TEST_F(Import, RefusesWhatIsNotOneDumpOfTheOwner) {
          "is neither a file nor a directory"},
         {"mknod p_l_1203011530.tgz c 1 3", "is neither a file nor a directory"},
         {"mkfifo p_l_1203011530.tgz", "is neither a file nor a directory"},
+        {"mkdir e && add=./e", "Dump has wrong format. Member './e/' is written with a './'"},
         {"rm $i/objectid_7", " Dump not have object id"},
         {"rm $i/owner_O", " Dump does not match to guid O"},
         {"rm $i/owner_O && mkdir -p .discovered/p_o_info_1203011530 && touch "
@@ -186,6 +187,8 @@ TEST_F(Import, ChecksPackedBackups) {
         {"rm d/p_y_1203011530.tar", "CONTENT-ERROR"},
         {"sed -i s/client/other/g p_info_1203011530.xml", "WRONG-FORMAT"},
         {"rm p_info_1203011530.xml", "WRONG-FORMAT"},
+        {"cp p_info_1203011530.xml z_info_1203011530.xml", "WRONG-FORMAT"},
+        {"mv p_info_1203011530.xml p_info_12.xml", "WRONG-FORMAT"},
         {"rm -r .discovered && ln -s ../other .discovered", "WRONG-FORMAT"},
         {"echo '<client>bad</client>' > p_info_1203011530.xml", "SIGN-ERROR"},
     };
