@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include "commons/input_file.h"
 #include "repository/repository.h"
 
 namespace zelvo {
@@ -24,6 +25,11 @@ void openStream(Stream& stream, const std::string& file, std::ios::openmode mode
 
 std::ifstream openLocalFile(const std::string& path) {
     std::ifstream in;
+    // A pipe would be waited for, and a device may have no end.
+    if (boost::system::error_code error;
+        boost::filesystem::exists(path, error) && !check_input_file(path, true)) {
+        throw EXC(tRepository::StreamError) % ("Unable to open " + path + ": not a regular file");
+    }
     openStream(in, path, std::ios::in);
     return in;
 }

@@ -6,7 +6,7 @@
 
 namespace zelvo {
 
-// Opens a file for reading. Raises tRepository::StreamError with its name and the reason.
+// Opens a regular file for reading. Raises tRepository::StreamError with its name and the reason.
 std::ifstream openLocalFile(const std::string& path);
 
 // Whether writing a file loses nothing and needs no care: it is not there, or is an empty one.

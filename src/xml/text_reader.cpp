@@ -2,6 +2,7 @@
 
 #include <libxml/xmlreader.h>
 
+#include "commons/input_file.h"
 #include "xml/error_collector.h"
 #include "xml/parser.h"
 #include "xml/xml_errors.h"
@@ -18,6 +19,10 @@ void gather(void* errors, const char* message, xmlParserSeverities, xmlTextReade
 // What the library says of a file that it cannot open would go to standard error.
 xmlTextReader* openReader(const std::string& fileName) {
     refuseNetwork();
+    // A pipe would be waited for.
+    if (!check_input_file(fileName, true)) {
+        return nullptr;
+    }
     const ErrorCollector unused;
     return xmlReaderForFile(fileName.c_str(), nullptr, XML_PARSE_NONET);
 }

@@ -17,7 +17,7 @@ namespace zelvo {
 // itself stays a reference.
 class XmlTextReader {
   public:
-    // Raises tError_WrongInputFile for a file that cannot be opened.
+    // Raises tError_WrongInputFile for what is no regular file or cannot be opened.
     explicit XmlTextReader(const std::string& fileName);
 
     // Goes to the next node in the order of the document, the ends of elements included. Returns

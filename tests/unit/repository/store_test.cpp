@@ -48,6 +48,8 @@ TEST_F(Store, TellsWhatDidNotGetThere) {
     transport.PutFile("whole")->close();
     *transport.PutFile("whole") << "content";
     EXPECT_TRUE(transport.IsExist("whole"));
+    EXPECT_EQ("Stream error: Unable to open " + dir_.path("r/pipe") + ": not a regular file",
+              messageOf([&] { repository_.Put(dir_.path("r/pipe"), "other"); }));
     EXPECT_EQ("Stream error: Unable to open none", messageOf([&] { repository_.GetInfo("none"); }));
 }
 
@@ -60,7 +62,7 @@ TEST_F(Store, UndoesWhatItMadeAndNothingElse) {
     repository_.CreateDir("old");
     repository_.CreateDir("new");
     repository_.Put(in, "new/file");
-    EXPECT_THROW(repository_.Put(dir_.path("r"), "half"), Exc<&tRepository::StreamPipeError>);
+    EXPECT_THROW(repository_.Put("/proc/self/mem", "half"), Exc<&tRepository::StreamPipeError>);
     repository_.Put(in, "old/sub/deep/file");
     repository_.Put(in, "old/sub/file");
     EXPECT_EQ("new/file old/file old/sub/deep/file old/sub/file ", files());
