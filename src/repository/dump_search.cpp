@@ -4,6 +4,7 @@
 
 #include "repository/names.h"
 #include "repository/path_guard.h"
+#include "repository/repository_errors.h"
 #include "repository/repository_log.h"
 
 namespace zelvo {
@@ -12,6 +13,8 @@ namespace {
 
 // Twice as deep as a reseller's client's domain lies: an end for links that lead in a circle.
 constexpr int kMaxDepth = 16;
+// A server may go on for ever in breadth, too.
+constexpr int kMaxDirs = 100000;
 
 std::vector<std::string> listed(tRepositoryTransport& transport, const std::string& dir) {
     std::vector<std::string> names;
@@ -63,6 +66,10 @@ class DumpSearch {
     // depth: of dir below the start of the search.
     void searchIn(const std::string& dir, int depth) {
         LogMsg("Search info xml and discovered" + subject(label_, prefix_, dir));
+        if (++dirs_ > kMaxDirs) {
+            throw EXC(RepositoryError) %
+                ("more than " + std::to_string(kMaxDirs) + " directories to search for a dump");
+        }
         std::vector<std::string> names;
         searchPart(dir, [&] {
             names =
@@ -114,6 +121,8 @@ class DumpSearch {
     const std::string& prefix_;
     bool withDiscovered_;
     DumpFiles& found_;
+    // Searched so far.
+    int dirs_ = 0;
 };
 
 }  // namespace
