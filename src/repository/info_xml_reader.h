@@ -49,7 +49,7 @@ class tInfoXmlReader {
     std::vector<ContentEntry> ReadContent();
 
     // Puts a signed document in the place of one that is not. Raises ExecCmd::Failed when the
-    // signing fails.
+    // signing fails, XmlReaderError for a tool that has not signed.
     void Sign();
     // Whether the signature is good. If so, the document without its envelope takes its place. It
     // is checked once. Raises XmlReaderError for a tool that gives no verdict.

@@ -99,6 +99,10 @@ void tInfoXmlReader::Sign() {
     std::string document;
     runSignTool("sign", document, true);
     replaceDocument("signed", document);
+    if (document.empty() || !IsSigned(localPath_)) {
+        ClearTempFiles(std::nothrow);
+        throw EXC(XmlReaderError) % "the signing tool has not signed the document";
+    }
     isSignGood_.reset();
 }
 
@@ -109,6 +113,9 @@ bool tInfoXmlReader::ValidateSign() {
     }
     std::string document;
     const bool isGood = runSignTool("verify", document, false) == 0;
+    if (isGood && document.empty()) {
+        throw EXC(XmlReaderError) % "the signing tool has given no document";
+    }
     if (isGood) {
         replaceDocument("unsigned", document);
     }

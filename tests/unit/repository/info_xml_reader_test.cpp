@@ -88,6 +88,11 @@ TEST_F(InfoXmlReader, SignsAndChecksAndLeavesNothing) {
     EXPECT_NE(std::string::npos, told.find(" failed with return code 3"));
     EXPECT_EQ(std::string::npos, told.find("<bad/>"));
     dir_.write("q/RMK/zelvo.xsd", "<x/>");
+    for (const char* script : {"#!/bin/sh\n", "#!/bin/sh\ncat $2\n"}) {
+        dir_.write("q/admin/sbin/backup_sign", script);
+        EXPECT_EQ("the signing tool has not signed the document",
+                  messageOf([&] { reader("<admin/>").Sign(); }));
+    }
     for (const char* document : {"<admin/>", "<admin>", "<Envelope><bad/></Envelope>"}) {
         EXPECT_EQ("failed to parse xml schema",
                   messageOf([&] { reader(document).ValidateZelvoXsd(); }));

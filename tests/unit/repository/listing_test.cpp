@@ -117,18 +117,18 @@ TEST_F(Listing, ChecksBackups) {
               GetBackupStatusStr(results[0].status) + " " + results[0].message);
     EXPECT_EQ(Paths(), repository_.GetDiscoveredItems("c/p_info_1203011531.xml", D_ITEM_STATUS));
     const std::string tool = dir_.path("q/admin/sbin/backup_sign");
-    const std::string untold = "unable to check xml validity: " + tool;
     const struct {
         const char* script;
-        const char* told;
+        std::string told;
     } faults[] = {
-        {"#!/none\n", " could not be started"},
-        {"#!/bin/sh\nkill -9 $$\n", " was killed"},
+        {"#!/none\n", tool + " could not be started"},
+        {"#!/bin/sh\nkill -9 $$\n", tool + " was killed"},
+        {"#!/bin/sh\n", "the signing tool has given no document"},
     };
     makeDump("c/p_info_1203011532.xml", "O");
     for (const auto& fault : faults) {
         dir_.write("q/admin/sbin/backup_sign", fault.script);
-        EXPECT_EQ(untold + fault.told,
+        EXPECT_EQ("unable to check xml validity: " + fault.told,
                   repository_.ValidateBackup("c/p_info_1203011532.xml", true)[0].message);
         EXPECT_EQ(Paths(),
                   repository_.GetDiscoveredItems("c/p_info_1203011532.xml", D_ITEM_STATUS));
