@@ -1,5 +1,8 @@
 #include "repository/backup_info.h"
 
+#include <algorithm>
+#include <limits>
+
 #include "repository/names.h"
 #include "repository/path_guard.h"
 #include "repository/repository_errors.h"
@@ -28,6 +31,10 @@ BackupStatus GetBackupStatusVal(const std::string& word) {
         }
     }
     throw EXC(RepositoryError) % ("status string value incorrect: " + word);
+}
+
+std::uint64_t sumOfSizes(std::uint64_t one, std::uint64_t other) {
+    return one + std::min(other, std::numeric_limits<std::uint64_t>::max() - one);
 }
 
 void SetBackupNameFromPath(const std::string& path, BackupInfo& info) {

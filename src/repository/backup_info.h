@@ -1,6 +1,7 @@
 // What a repository tells of one backup.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -37,6 +38,10 @@ struct BackupInfo : CreationDateMixin {
     std::string description;
     std::vector<ValidationResult> validation;
 };
+
+// The sum of two sizes in bytes; the greatest number for one that is greater. What servers and
+// imported dumps tell is any number.
+std::uint64_t sumOfSizes(std::uint64_t one, std::uint64_t other);
 
 // Fills name and path. path: of the info document or the archive.
 void SetBackupNameFromPath(const std::string& path, BackupInfo& info);

@@ -183,7 +183,7 @@ std::uint64_t tRepository::GetDiskUsage(const std::string& type, const std::stri
     BackupsList(type, guid, owner, backups);
     std::uint64_t size = 0;
     for (const BackupInfo& backup : backups) {
-        size += static_cast<std::uint64_t>(backup.size);
+        size = sumOfSizes(size, static_cast<std::uint64_t>(backup.size));
     }
     return size;
 }

@@ -1,6 +1,7 @@
 // The half of tRepository that lists packed backups.
 #include <algorithm>
 #include <boost/regex.hpp>
+#include <limits>
 #include <map>
 
 #include "repository/names.h"
@@ -37,15 +38,16 @@ SizesByName sizesByName(const std::vector<FileInfo>& files) {
 
 // In bytes, with the parts of the archive.
 long sizeOfArchive(const std::string& name, const SizesByName& all) {
-    long size = 0;
+    std::uint64_t size = 0;
     unsigned number = 0;
     for (auto part = all.lower_bound(name); part != all.end() && part->first.starts_with(name);
          ++part) {
         if (IsSplittedPart(name, part->first, number)) {
-            size += static_cast<long>(part->second);
+            size = sumOfSizes(size, part->second);
         }
     }
-    return size;
+    constexpr std::uint64_t kMost = std::numeric_limits<long>::max();
+    return static_cast<long>(std::min(size, kMost));
 }
 
 // all: the listing of dir, with the parts of the archive.

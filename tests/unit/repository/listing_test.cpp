@@ -155,6 +155,12 @@ TEST_F(Listing, FindsPackedBackups) {
     EXPECT_EQ(0U, messageOf([&] {
                       repository_.PackedBackupsList("b", "(", found);
                   }).find("mask '(' is refused: "));
+    const std::string huge = "-rw-r--r-- 1 u g 9223372036854775807 Jan 1 2012 p_1203011530.tgz";
+    const ScriptedFtpServer server(FtpScript{{}, huge + "\r\n" + huge + "1\r\n"});
+    tRepository far(server.url("/d"), "u", "p", "", true);
+    found.clear();
+    far.PackedBackupsList("", "", found);
+    EXPECT_EQ("p_1203011530.tgz:9223372036854775807 ", pathsOf(found));
 }
 
 }  // namespace
