@@ -103,6 +103,7 @@ bool InitFromUnixLs(const std::string& line, FtpFileInfo& info) {
         return false;
     }
     info.name = match[3];
+    info.isDirectory = line.starts_with('d');
     return true;
 }
 
@@ -123,6 +124,7 @@ bool InitFromWinDir(const std::string& line, FtpFileInfo& info) {
         return false;
     }
     info.name = match[4];
+    info.isDirectory = size.empty() && line.find("<DIR>") != std::string::npos;
     return true;
 }
 

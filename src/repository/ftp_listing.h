@@ -15,6 +15,7 @@ struct FtpFileInfo : CreationDateMixin {
     std::string name;
     // In bytes.
     long size = 0;
+    bool isDirectory = false;
 };
 
 // Lines that are longer are no listing.

@@ -149,6 +149,7 @@ void tRepositoryFtp::ListDirEx(const std::string& path, std::vector<FileInfo>& e
             FileInfo info;
             info.name = tFtpConnection::GetFileName(GetFullPath(joinPath(path, entry.name)));
             info.size = static_cast<std::uint64_t>(entry.size);
+            info.isDirectory = entry.isDirectory;
             info.SetDateTime(entry);
             entries.push_back(info);
         } catch (const ExTraceable& failure) {

@@ -25,6 +25,13 @@ auto onMask(const std::string& mask, Operation&& operation) {
     }
 }
 
+std::vector<FileInfo> filesIn(tRepositoryTransport& transport, const std::string& dir) {
+    std::vector<FileInfo> files;
+    transport.ListDirEx(dir, files);
+    std::erase_if(files, [](const FileInfo& file) { return file.isDirectory; });
+    return files;
+}
+
 // In order, so that an archive stands right in front of its parts.
 using SizesByName = std::multimap<std::string, std::uint64_t>;
 
@@ -69,8 +76,7 @@ void tRepository::PackedBackupsList(const std::string& dir, const std::string& m
     log("List packed backups at " + dir);
     const boost::regex wanted =
         onMask(mask, [&] { return boost::regex(mask.empty() ? ".*" : mask); });
-    std::vector<FileInfo> files;
-    transport_->ListDirEx(dir, files);
+    const std::vector<FileInfo> files = filesIn(*transport_, dir);
     const SizesByName sizes = sizesByName(files);
     for (const FileInfo& file : files) {
         const bool isMasked = onMask(mask, [&] { return boost::regex_match(file.name, wanted); });
@@ -82,8 +88,7 @@ void tRepository::PackedBackupsList(const std::string& dir, const std::string& m
 
 BackupInfo tRepository::GetPackedBackupInfo(const std::string& path) {
     log("Get packed backup info from file " + path);
-    std::vector<FileInfo> files;
-    transport_->ListDirEx(parentOf(path), files);
+    const std::vector<FileInfo> files = filesIn(*transport_, parentOf(path));
     const auto file = std::find_if(files.begin(), files.end(), [&](const FileInfo& info) {
         return info.name == fileNameOf(path);
     });

@@ -18,6 +18,8 @@ struct FileInfo : CreationDateMixin {
     std::string name;
     // In bytes.
     std::uint64_t size = 0;
+    // Servers list them as well; among local entries there are none.
+    bool isDirectory = false;
 };
 
 // A file of a repository that is read. Nothing is fetched before open.

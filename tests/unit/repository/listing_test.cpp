@@ -156,7 +156,11 @@ TEST_F(Listing, FindsPackedBackups) {
                       repository_.PackedBackupsList("b", "(", found);
                   }).find("mask '(' is refused: "));
     const std::string huge = "-rw-r--r-- 1 u g 9223372036854775807 Jan 1 2012 p_1203011530.tgz";
-    const ScriptedFtpServer server(FtpScript{{}, huge + "\r\n" + huge + "1\r\n"});
+    const ScriptedFtpServer server(
+        FtpScript{{},
+                  huge + "\r\n" + huge + "1\r\n" +
+                      "drwxr-xr-x 2 u g 5 Jan 1 2012 d_1203011530.tgz\r\n"
+                      "01-01-12  10:00AM       <DIR>          d_1203011530.tar\r\n"});
     tRepository far(server.url("/d"), "u", "p", "", true);
     found.clear();
     far.PackedBackupsList("", "", found);
