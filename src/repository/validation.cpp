@@ -88,13 +88,14 @@ ValidationResult tRepository::checkBackup(const std::string& infoPath, const Pat
 void tRepository::storeStatus(const std::string& infoPath, BackupStatus status) {
     const std::string word = GetBackupStatusStr(status);
     try {
-        SetDiscoveredItem(infoPath, D_ITEM_STATUS, word);
+        // An old verdict beside the new one would be believed as well as that.
         for (const std::string& old : GetDiscoveredItems(infoPath, D_ITEM_STATUS)) {
             if (old != word) {
                 transport_->Delete(
                     joinPath(GetDiscoveredDir(infoPath), D_ITEM_STATUS + ("_" + old)));
             }
         }
+        SetDiscoveredItem(infoPath, D_ITEM_STATUS, word);
     } catch (const ExTraceable& failure) {
         LogMsg(failure);
     }

@@ -110,6 +110,12 @@ TEST_F(Listing, ChecksBackups) {
     makeDump(path, "O", "<other/>");
     EXPECT_EQ(BackupStatus::kOk, repository_.ValidateBackup(path, false)[0].status);
     EXPECT_EQ(BackupStatus::kWrongFormat, repository_.ValidateBackup(path, true)[0].status);
+    // One that cannot be stored leaves no older one.
+    const std::string status = dir_.path("r/c/.discovered/p_info_1203011530/status_");
+    std::filesystem::create_symlink("/none/x", status + "OK");
+    makeDump(path, "O", "<admin/>");
+    repository_.ValidateBackup(path, true);
+    EXPECT_FALSE(std::filesystem::exists(status + "WRONG-FORMAT"));
     // No verdict on what cannot be read.
     makeDump("c/p_info_1203011531.xml", "O", "<admin>");
     const auto results = repository_.ValidateBackup("c/p_info_1203011531.xml", true);
