@@ -119,7 +119,8 @@ class tRepository {
     // any. Raises RepositoryError for one that is none.
     void PackedBackupsList(const std::string& dir, const std::string& mask,
                            std::vector<BackupInfo>& result);
-    // path: an info document, an archive. Raise RepositoryError for one that is not there.
+    // path: an info document, an archive. Raise RepositoryError for a dump without discovered items
+    // and an archive that is not there; a document that is not there is a failure of the transport.
     BackupInfo GetBackupInfo(const std::string& path, bool validate);
     BackupInfo GetPackedBackupInfo(const std::string& path);
     // discoveredDir: where the items of a dump stand.
