@@ -78,6 +78,10 @@ bool tRepositoryTransportChroot::IsDirExist(const std::string& path) {
     return parent_.IsDirExist(GetRealPath(path));
 }
 
+bool tRepositoryTransportChroot::IsLink(const std::string& path) {
+    return parent_.IsLink(GetRealPath(path));
+}
+
 std::string tRepositoryTransportChroot::GetReceivingDir() {
     const std::string dir = parent_.GetReceivingDir();
     return dir.empty() ? dir : GetRootedPath(dir);

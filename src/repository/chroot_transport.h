@@ -32,6 +32,7 @@ class tRepositoryTransportChroot : public tRepositoryTransport {
     void ListDirEx(const std::string& path, std::vector<FileInfo>& entries) override;
     bool IsExist(const std::string& path) override;
     bool IsDirExist(const std::string& path) override;
+    bool IsLink(const std::string& path) override;
     // With the root behind it, so that what is made there is received where it belongs.
     std::string GetReceivingDir() override;
     void ReceiveDir(const std::string& path) override;

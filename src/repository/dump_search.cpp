@@ -82,7 +82,10 @@ class DumpSearch {
 
   private:
     void take(const std::string& name, const std::string& path, int depth) {
-        if (name == DISCOVERED) {
+        if (transport_.IsLink(path) && transport_.IsDirExist(path)) {
+            // What it leads to is another object's, or of no repository at all.
+            LogError("The dir " + path + " is a link and is not searched");
+        } else if (name == DISCOVERED) {
             takeDiscovered(path);
         } else if (transport_.IsDirExist(path)) {
             descend(path, depth + 1);

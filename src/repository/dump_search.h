@@ -27,7 +27,8 @@ std::vector<std::string> FindDiscovered(tRepositoryTransport& transport, const s
                                         const std::string& label, const std::string& prefix);
 
 // Adds the files of a dump in dir and in the directories below it. withDiscovered: its discovered
-// directories too. A directory that cannot be listed is told in the log and passed over.
+// directories too. A directory that cannot be listed and one that is a link are told in the log and
+// passed over.
 // Raises RepositoryError for more directories than a repository has.
 void FindInfoXmlAndDiscovered(tRepositoryTransport& transport, const std::string& dir,
                               const std::string& label, const std::string& prefix,

@@ -38,6 +38,7 @@ class tRepositoryFtp : public tRepositoryTransport {
     void ListDirEx(const std::string& path, std::vector<FileInfo>& entries) override;
     bool IsExist(const std::string& path) override;
     bool IsDirExist(const std::string& path) override;
+    bool IsLink(const std::string&) override { return false; }
     // Ends in "/".
     std::string GetReceivingDir() override { return receiving_.path(); }
     // Refuses what is neither a file nor a directory, such as a link that an archive left.

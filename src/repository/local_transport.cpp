@@ -146,6 +146,11 @@ bool tRepositoryLocal::IsDirExist(const std::string& path) {
     return fs::is_directory(GetFullPath(path), error);
 }
 
+bool tRepositoryLocal::IsLink(const std::string& path) {
+    boost::system::error_code error;
+    return fs::symlink_status(GetFullPath(path), error).type() == fs::symlink_file;
+}
+
 CreationDateMixin tRepositoryLocal::GetCreationDate(const std::string& path) {
     CreationDateMixin date;
     date.SetDateTime(fs::last_write_time(GetFullPath(path)));

@@ -31,6 +31,7 @@ class tRepositoryLocal : public tRepositoryTransport {
     void ListDirEx(const std::string& path, std::vector<FileInfo>& entries) override;
     bool IsExist(const std::string& path) override;
     bool IsDirExist(const std::string& path) override;
+    bool IsLink(const std::string& path) override;
     std::string GetReceivingDir() override { return ""; }
     void ReceiveDir(const std::string&) override {}
     void ClearReceivingDir() noexcept override {}

@@ -91,6 +91,8 @@ class tRepositoryTransport {
     virtual void ListDirEx(const std::string& path, std::vector<FileInfo>& entries) = 0;
     virtual bool IsExist(const std::string& path) = 0;
     virtual bool IsDirExist(const std::string& path) = 0;
+    // Whether it is a symbolic link, to whatever; false where no one can tell.
+    virtual bool IsLink(const std::string& path) = 0;
     // The local directory in which what is to be sent with ReceiveDir is made; empty for one whose
     // files are local.
     virtual std::string GetReceivingDir() = 0;

@@ -183,6 +183,13 @@ TEST_F(Rotation, DeletesOneBackupAndNoFileOfAnother) {
         EXPECT_EQ(sorted(row.left), files()) << row.path << " of " << row.before;
     }
     std::filesystem::remove_all(dir_.path("r"));
+    // Links lead to another object's dumps.
+    make("c/p_info_1203011530.xml e/p_x_1203011530.tgz e/.discovered/p_info_1203011530/a");
+    std::filesystem::create_symlink("../e", dir_.path("r/c/d"));
+    std::filesystem::create_symlink("../e/.discovered", dir_.path("r/c/.discovered"));
+    repository_.DeleteBackup("c/p_info_1203011530.xml");
+    EXPECT_EQ(".discovered/p_info_1203011530/a p_x_1203011530.tgz ", files(dir_.path("r/e")));
+    std::filesystem::remove_all(dir_.path("r"));
     // What the other document names is the other's, whatever its name and however it is written.
     const std::string own = "p_a_info_1203011530.xml";
     const std::string file = "p_a_x_1203011530.tgz";
