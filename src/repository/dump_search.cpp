@@ -115,8 +115,10 @@ class DumpSearch {
     }
 
     bool isPartOfDump(const std::string& name) const {
-        return name.ends_with(".zip") || name.ends_with(".tar") || name.ends_with(".tgz") ||
-               InfoXmlMatchToLabel(name, label_);
+        const bool isArchive =
+            name.ends_with(".zip") || name.ends_with(".tar") || name.ends_with(".tgz");
+        return InfoXmlMatchToLabel(name, label_) ||
+               (isArchive && IsContentName(name, prefix_, label_));
     }
 
     tRepositoryTransport& transport_;

@@ -61,7 +61,8 @@ void CheckImportedFiles(const std::string& infoPath, const std::vector<std::stri
                 items.push_back(file);
             }
         } else if (!file.ends_with('/')) {
-            requireMatch("Archive file '" + file, own, prefix, label, FileMatchToLabel(own, label));
+            requireMatch("Archive file '" + file, own, prefix, label,
+                         InfoXmlMatchToLabel(own, label) || IsContentName(own, prefix, label));
         }
     }
     LogMsg("All files match to name " + name);

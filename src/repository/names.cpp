@@ -32,6 +32,11 @@ bool FileMatchToLabel(const std::string& name, const std::string& label) {
     return found != std::string::npos && found + mark.size() - 1 == name.rfind('.');
 }
 
+bool IsContentName(const std::string& name, const std::string& prefix, const std::string& label) {
+    return FileMatchToPrefix(name, prefix) &&
+           FileMatchToLabel(name.substr(prefix.size() + 1), label);
+}
+
 bool IsSplittedPart(const std::string& base, const std::string& name, unsigned& number) {
     if (!name.starts_with(base)) {
         return false;

@@ -31,6 +31,9 @@ bool InfoXmlMatchToLabel(const std::string& name, const std::string& label);
 bool DirMatchToLabel(const std::string& name, const std::string& label);
 // Stem, "_", label and one extension.
 bool FileMatchToLabel(const std::string& name, const std::string& label);
+// Prefix, "_", anything, "_", label and one extension: the packed backup of a dump, which may lie
+// beside it, has but one "_" between prefix and label.
+bool IsContentName(const std::string& name, const std::string& prefix, const std::string& label);
 // Whether name is base or a numbered part of it; number gets 0 or the part's.
 bool IsSplittedPart(const std::string& base, const std::string& name, unsigned& number);
 // Whether a packed backup may have this name. Logs what it matches.

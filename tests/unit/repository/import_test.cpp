@@ -73,6 +73,7 @@ TEST_F(Import, RefusesWhatIsNotOneDumpOfTheOwner) {
         {"echo > p_x_1203011531.tgz",
          "Dump has wrong format. Archive file 'p_x_1203011531.tgz' does not match to dump label "
          "'1203011530'"},
+        {"echo > p_1203011530.tgz", "Archive file 'p_1203011530.tgz' does not match to dump label"},
         {"echo > d/q_x_1203011530.tgz",
          "Dump has wrong format. Archive file 'd/q_x_1203011530.tgz' does not match to dump prefix "
          "'p'"},

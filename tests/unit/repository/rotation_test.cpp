@@ -140,9 +140,11 @@ TEST_F(Rotation, DeletesOneBackupAndNoFileOfAnother) {
     } rows[] = {
         {"c/p_info" + L + ".xml",
          "c/p_info_1203011530.xml c/p_x_1203011530.tgz c/d/p_y_1203011530.zip c/p_x_1203011531.tgz "
+         "c/p_1203011530.tgz "
          "c/d/q_y_1203011530.tgz c/.discovered/p_info_1203011530/a "
          "c/.discovered/p_info_1203011531/a c/p_x_1203011530.txt e/p_x_1203011530.tgz",
-         "c/p_x_1203011531.tgz c/d/q_y_1203011530.tgz c/.discovered/p_info_1203011531/a "
+         "c/p_1203011530.tgz c/p_x_1203011531.tgz c/d/q_y_1203011530.tgz "
+         "c/.discovered/p_info_1203011531/a "
          "c/p_x_1203011530.txt e/p_x_1203011530.tgz"},
         // All that its object had; an empty directory of somebody else stays.
         {"c/7/p_info" + L + ".xml",
