@@ -1,29 +1,14 @@
 #include "repository/dump_owner.h"
 
 #include <algorithm>
-#include <boost/filesystem/path.hpp>
-#include <set>
 
+#include "repository/dump_content.h"
 #include "repository/names.h"
 #include "repository/path_guard.h"
-#include "repository/repository_log.h"
 
 namespace zelvo {
 
 namespace {
-
-// What stands in front of "info_" and the label: the full prefix of a dump.
-std::string fullPrefix(const std::string& infoName) {
-    const std::string prefix = infoName.substr(0, infoName.rfind("info_"));
-    return prefix.ends_with('_') ? prefix.substr(0, prefix.size() - 1) : prefix;
-}
-
-// A path that a document or a caller writes as it likes, in the one form that can be compared.
-std::string plainPath(const std::string& path) {
-    const std::string plain = boost::filesystem::path(path).lexically_normal().string();
-    const std::size_t start = plain.starts_with("./") ? 2 : 0;
-    return plain.substr(std::min(plain.find_first_not_of("/\\", start), plain.size()));
-}
 
 // The dumps of one directory that a search by label and first word does not tell apart.
 class SharedDirectory {
@@ -37,7 +22,7 @@ class SharedDirectory {
         for (const std::string& file : found.files) {
             if (file != ownInfo_ && parentOf(file) == dir_ && InfoXmlMatchToLabel(file, label)) {
                 others_.push_back(fullPrefix(fileNameOf(file)));
-                noteContent(transport, file);
+                content_.emplace_back(transport, file);
             }
         }
         for (const std::string& items : found.discovered) {
@@ -53,42 +38,26 @@ class SharedDirectory {
             return false;
         }
         const std::string name = fileNameOf(path);
-        return !FileMatchToPrefix(name, own_) || content_.contains(plainPath(path)) ||
+        return !FileMatchToPrefix(name, own_) ||
+               std::any_of(
+                   content_.begin(), content_.end(),
+                   [&](const DumpContent& other) { return other.claims(normalPath(path)); }) ||
                std::any_of(others_.begin(), others_.end(), [&](const std::string& other) {
                    return other.size() >= own_.size() && FileMatchToPrefix(name, other);
                });
     }
 
   private:
-    // What the document of another dump names; of one that cannot be read only names tell.
-    void noteContent(tRepositoryTransport& transport, const std::string& infoPath) {
-        try {
-            for (const ContentEntry& entry : tInfoXmlReader(&transport, infoPath).ReadContent()) {
-                for (const std::string& file : entry.files) {
-                    content_.insert(contentPath(infoPath, entry, file));
-                }
-            }
-        } catch (const ExTraceable& failure) {
-            LogMsg(failure);
-        }
-    }
-
     std::string dir_;
     std::string ownInfo_;
     std::string ownItems_;
     std::string own_;
     // Full prefixes.
     std::vector<std::string> others_;
-    // Paths that others name.
-    std::set<std::string> content_;
+    std::vector<DumpContent> content_;
 };
 
 }  // namespace
-
-std::string contentPath(const std::string& infoPath, const ContentEntry& entry,
-                        const std::string& file) {
-    return plainPath(joinPath(joinPath(parentOf(infoPath), entry.path), file));
-}
 
 bool IsPartOfAnotherDump(tRepositoryTransport& transport, const std::string& dir,
                          const std::string& label, const std::string& prefix) {

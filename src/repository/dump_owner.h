@@ -4,13 +4,8 @@
 #include <string>
 
 #include "repository/dump_search.h"
-#include "repository/info_xml_reader.h"
 
 namespace zelvo {
-
-// The path of a content file that an info document names.
-std::string contentPath(const std::string& infoPath, const ContentEntry& entry,
-                        const std::string& file);
 
 // Whether a directory above dir holds the info document of a dump with the same label and prefix:
 // the one in dir was written with that, and its files are that dump's too.

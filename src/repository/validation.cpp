@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "repository/discovered_items.h"
-#include "repository/dump_owner.h"
+#include "repository/dump_content.h"
 #include "repository/info_xml_reader.h"
 #include "repository/names.h"
 #include "repository/path_guard.h"

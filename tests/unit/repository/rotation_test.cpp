@@ -206,6 +206,19 @@ TEST_F(Rotation, DeletesOneBackupAndNoFileOfAnother) {
         EXPECT_FALSE(std::filesystem::exists(dir_.path("r/" + (dir + own))));
         EXPECT_TRUE(std::filesystem::exists(dir_.path("r/" + (named + file)))) << dir << path;
     }
+    std::filesystem::remove_all(dir_.path("r"));
+    const std::string other =
+        "<admin><cid path='d/./'><content-file>p_a_x_1203011530.tgz</content-file></cid></admin>";
+    // One that is signed is read, and one that cannot be read may name all that has its prefix.
+    for (const std::string& document :
+         {"<Envelope>\n" + other + "\n</Envelope>", std::string("<Envelope>bad</Envelope>")}) {
+        make("n/p_a_info_1203011530.xml n/p_a_x_1203011530.tgz n/d/p_a_x_1203011530.tgz");
+        dir_.write("r/n/p_info_1203011530.xml", document);
+        repository_.DeleteBackup("n/p_a_info_1203011530.xml");
+        EXPECT_EQ(document.find("bad") != std::string::npos,
+                  std::filesystem::exists(dir_.path("r/n/p_a_x_1203011530.tgz")));
+        EXPECT_TRUE(std::filesystem::exists(dir_.path("r/n/d/p_a_x_1203011530.tgz")));
+    }
 }
 
 TEST_F(Rotation, DeletesPackedBackupsWithTheirParts) {
