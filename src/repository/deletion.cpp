@@ -3,6 +3,7 @@
 #include <functional>
 #include <set>
 
+#include "repository/dump_content.h"
 #include "repository/dump_owner.h"
 #include "repository/file_parts.h"
 #include "repository/names.h"
@@ -38,6 +39,19 @@ Paths directoriesOf(const DumpFiles& dump, const std::string& dir) {
 void requireDump(tRepositoryTransport& transport, const std::string& path) {
     if (!transport.IsExist(path) && !transport.IsDirExist(GetDiscoveredDir(path))) {
         throw EXC(RepositoryError) % ("file " + path + " not exists");
+    }
+}
+
+// path: of the archive.
+void requireOwnParts(tRepositoryTransport& transport, const std::string& path, const Paths& parts) {
+    if (IsPartOfArchive(transport, path)) {
+        throw EXC(RepositoryError) % ("file " + path + " is part of another archive");
+    }
+    StructuredContent content(transport);
+    for (const std::string& part : parts) {
+        if (content.holds(part)) {
+            throw EXC(RepositoryError) % ("file " + part + " is content of a structured backup");
+        }
     }
 }
 
@@ -81,7 +95,9 @@ void tRepository::DeletePackedBackup(const std::string& path) {
     }
     inRepositoryWords("unable to delete packed dump: ", [&] {
         log("Retreaving dump parts...");
-        for (const std::string& part : GetFileParts(*transport_, path)) {
+        const Paths parts = GetFileParts(*transport_, path);
+        requireOwnParts(*transport_, path, parts);
+        for (const std::string& part : parts) {
             transport_->Delete(part);
             log("File '" + part + "' deleted");
         }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "repository/names.h"
+#include "repository/path_guard.h"
 #include "repository/repository_errors.h"
 #include "repository/urls.h"
 
@@ -43,6 +44,21 @@ std::vector<std::string> GetFileParts(tRepositoryTransport& transport, const std
     std::transform(parts.begin(), parts.end(), names.begin(),
                    [](const FilePart& part) { return part.name; });
     return names;
+}
+
+bool IsPartOfArchive(tRepositoryTransport& transport, const std::string& path) {
+    const std::string name = fileNameOf(path);
+    if (name.empty() || !is_digit(name.back())) {
+        return false;
+    }
+    const std::string dir = parentOf(path);
+    std::vector<std::string> entries;
+    transport.ListDir(dir, entries);
+    return std::any_of(entries.begin(), entries.end(), [&](const std::string& entry) {
+        unsigned number = 0;
+        return entry != name && IsSplittedPart(entry, name, number) &&
+               !transport.IsDirExist(joinPath(dir, entry));
+    });
 }
 
 }  // namespace zelvo

@@ -13,4 +13,8 @@ namespace zelvo {
 // name and for an archive that is not there, and the failures of the transport.
 std::vector<std::string> GetFileParts(tRepositoryTransport& transport, const std::string& path);
 
+// Whether a file has the name of a part of an archive that lies beside it. Raises the failures of
+// the transport.
+bool IsPartOfArchive(tRepositoryTransport& transport, const std::string& path);
+
 }  // namespace zelvo

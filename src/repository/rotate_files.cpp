@@ -3,6 +3,8 @@
 #include <map>
 #include <set>
 
+#include "repository/dump_content.h"
+#include "repository/file_parts.h"
 #include "repository/names.h"
 #include "repository/path_guard.h"
 #include "repository/repository.h"
@@ -40,7 +42,7 @@ struct BackupMask {
 class FoundBackups {
   public:
     FoundBackups(tRepositoryTransport& transport, const std::string& dir, const BackupMask& mask)
-        : transport_(transport), dir_(dir), mask_(mask) {
+        : transport_(transport), content_(transport), dir_(dir), mask_(mask) {
         transport.ListDir(dir, names_);
     }
 
@@ -54,6 +56,12 @@ class FoundBackups {
         const std::string label = stem.substr(std::min(mask_.prefix.size() + 1, stem.size()));
         if (!FileMatchToPrefix(stem, mask_.prefix) || !IsLabel(label)) {
             return "has invalid rotation prefix '" + mask_.prefix + "'";
+        }
+        if (IsPartOfArchive(transport_, joinPath(dir_, stem + mask_.extension))) {
+            return "is part of another archive";
+        }
+        if (content_.holds(joinPath(dir_, name))) {
+            return "is content of a structured backup";
         }
         byLabel_[label].insert(name);
         return "";
@@ -81,6 +89,7 @@ class FoundBackups {
     }
 
     tRepositoryTransport& transport_;
+    StructuredContent content_;
     const std::string& dir_;
     const BackupMask& mask_;
     Paths names_;

@@ -14,7 +14,7 @@ const char kBeside[] =
     "b/p_1203011530.tgz.bak b/p_1203011530.tgzx b/p_1203011530.tgz1x b/p_1203011530.tar "
     "b/xp_1203011530.tgz b/p1203011530.tgz b/_1203011530.tgz b/p_1203011530 b/p_1203011529.tgz3 "
     "b/p_1203011528.tgz/ b/p_1203011527.tgz/file b/sub/p_1203011530.tgz b/p_info_1203011530.xml "
-    "b/p_1203011530.tgz99999999999 p_1203011530.tgz ";
+    "b/p_1203011530.tgz99999999999 p_1203011530.tgz p_info_1203011500.xml b/p_y_1203011500.tgz ";
 
 // Catches: a rotation that removes or counts a file beside its mask.
 TEST_F(Rotation, OfFilesTouchesNothingBesideItsMask) {
@@ -33,6 +33,8 @@ TEST_F(Rotation, OfFilesTouchesNothingBesideItsMask) {
         {"p.tgz", 99, oldest + middle + newest},
         {"p.tgz", -1, oldest + middle + newest},
         {"b/p.tgz", 0, oldest + middle + newest},
+        {"p.tgz1", 0, oldest + middle + newest},
+        {"p_y.tgz", 0, oldest + middle + newest},
         {"q.tgz", 0, oldest + middle + newest},
         {".", 0, oldest + middle + newest},
         {"", 0, oldest + middle + newest},
@@ -40,6 +42,8 @@ TEST_F(Rotation, OfFilesTouchesNothingBesideItsMask) {
     for (const auto& row : rows) {
         std::filesystem::remove_all(dir_.path("r"));
         make(kBeside + oldest + middle + newest);
+        dir_.write("r/p_info_1203011500.xml",
+                   "<a><cid path='b'><content-file>p_y_1203011500.tgz</content-file></cid></a>");
         messageOf([&] { repository_.RotateFileBackup("b", row.mask, row.keep); });
         EXPECT_EQ(sorted(kBeside + row.left), files()) << row.mask << row.keep;
     }
@@ -223,8 +227,16 @@ TEST_F(Rotation, DeletesOneBackupAndNoFileOfAnother) {
 
 TEST_F(Rotation, DeletesPackedBackupsWithTheirParts) {
     make("a.tgz a.tgz1 a.tgz10 a.tgzx b.tgz1 a.tgz2/x");
+    EXPECT_EQ("unable to delete packed dump: file a.tgz1 is part of another archive",
+              messageOf([&] { repository_.DeletePackedBackup("a.tgz1"); }));
+    dir_.write("r/p_info_1203011530.xml",
+               "<a><cid path=''><content-file>p_x_1203011530.tgz1</content-file></cid></a>");
+    make("p_x_1203011530.tgz p_x_1203011530.tgz1");
+    EXPECT_NE("", messageOf([&] { repository_.DeletePackedBackup("p_x_1203011530.tgz"); }));
     repository_.DeletePackedBackup("a.tgz");
-    EXPECT_EQ(sorted("a.tgz2/x a.tgzx b.tgz1"), files());
+    EXPECT_EQ(sorted("a.tgz2/x a.tgzx b.tgz1 p_info_1203011530.xml p_x_1203011530.tgz "
+                     "p_x_1203011530.tgz1"),
+              files());
     EXPECT_EQ("path to deleting file is empty",
               messageOf([&] { repository_.DeletePackedBackup(""); }));
     EXPECT_EQ("file b.tgz not exists", messageOf([&] { repository_.DeletePackedBackup("b.tgz"); }));
