@@ -95,8 +95,10 @@ void tRepository::DeletePackedBackup(const std::string& path) {
     }
     inRepositoryWords("unable to delete packed dump: ", [&] {
         log("Retreaving dump parts...");
-        const Paths parts = GetFileParts(*transport_, path);
+        Paths parts = GetFileParts(*transport_, path);
         requireOwnParts(*transport_, path, parts);
+        // The archive itself last: a deletion that fails on the way can be tried again.
+        std::reverse(parts.begin(), parts.end());
         for (const std::string& part : parts) {
             transport_->Delete(part);
             log("File '" + part + "' deleted");

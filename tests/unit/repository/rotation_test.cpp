@@ -234,6 +234,7 @@ TEST_F(Rotation, DeletesPackedBackupsWithTheirParts) {
     make("p_x_1203011530.tgz p_x_1203011530.tgz1");
     EXPECT_NE("", messageOf([&] { repository_.DeletePackedBackup("p_x_1203011530.tgz"); }));
     repository_.DeletePackedBackup("a.tgz");
+    EXPECT_TRUE(log_.lines.end()[-2].ends_with("File 'a.tgz' deleted"));
     EXPECT_EQ(sorted("a.tgz2/x a.tgzx b.tgz1 p_info_1203011530.xml p_x_1203011530.tgz "
                      "p_x_1203011530.tgz1"),
               files());
