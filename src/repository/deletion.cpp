@@ -60,17 +60,18 @@ void requireOwnParts(tRepositoryTransport& transport, const std::string& path, c
 void tRepository::DeleteBackup(const std::string& path) {
     LogStep(logPrefix_ + "Delete backup " + path);
     const std::string label = GetInfoXmlsLabel(path);
+    const std::string infoPath = normalPath(path);
     // A name that is none would otherwise delete what has the same first word.
-    requireDump(*transport_, path);
-    if (IsPartOfAnotherDump(*transport_, parentOf(path), label, GetDumpPrefix(path))) {
+    requireDump(*transport_, infoPath);
+    if (IsPartOfAnotherDump(*transport_, parentOf(infoPath), label, GetDumpPrefix(infoPath))) {
         log("backup '" + path + "' is part of another backup");
         return;
     }
-    DumpFiles found = FindDumpFiles(*transport_, path);
+    DumpFiles found = FindDumpFiles(*transport_, infoPath);
     log("Found " + std::to_string(found.files.size()) + " files for deleting");
     // The info document last: a deletion that fails on the way can be tried again.
     std::stable_partition(found.files.begin(), found.files.end(), [&](const std::string& file) {
-        return fileNameOf(file) != fileNameOf(path);
+        return fileNameOf(file) != fileNameOf(infoPath);
     });
     for (const std::string& file : found.files) {
         transport_->Delete(file);

@@ -56,9 +56,10 @@ void requireContent(tInfoXmlReader& reader, const std::string& infoName, const P
 
 }  // namespace
 
-void tRepository::ExportToRepo(const std::string& infoPath, tRepository& target,
+void tRepository::ExportToRepo(const std::string& path, tRepository& target,
                                const std::string& filename, const std::string& extension) {
-    LogStep(logPrefix_ + "Export from " + infoPath + " to " + target.place() + "/" + filename);
+    LogStep(logPrefix_ + "Export from " + path + " to " + target.place() + "/" + filename);
+    const std::string infoPath = normalPath(path);
     const TempDirGuard signedDir;
     const std::string signedInfo = joinPath(signedDir.path(), fileNameOf(infoPath));
     tInfoXmlReader reader(transport_, infoPath);

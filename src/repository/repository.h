@@ -148,10 +148,10 @@ class tRepository {
     void PackFromRepo(tRepository& source, const std::string& dir, const Paths& files,
                       const std::string& filename, const std::string& extension,
                       std::uint64_t splitSize, const Paths& additionalFiles);
-    // Packs a backup with its info document signed. filename: of the archive in target, without
-    // extension; empty for that of the dump. extension: without a dot; "tgz" if empty. Raises
-    // RepositoryError for a backup whose document names a file that is not there.
-    void ExportToRepo(const std::string& infoPath, tRepository& target, const std::string& filename,
+    // Packs the backup of an info document, which is signed. filename: of the archive in target,
+    // without extension; empty for that of the dump. extension: without a dot; "tgz" if empty.
+    // Raises RepositoryError for a backup whose document names a file that is not there.
+    void ExportToRepo(const std::string& path, tRepository& target, const std::string& filename,
                       const std::string& extension);
     // The last component of url may be empty: the archive is named as the dump.
     void Export(const std::string& infoPath, const std::string& url, const std::string& password,

@@ -99,7 +99,7 @@ std::vector<RotationDecision> tRepository::PlanStructuredRotation(const std::str
                                                                   int keep) {
     requireRotationCount(keep);
     requireName(owner, "owner");
-    const std::string dir = parentOf(prefix);
+    const std::string dir = normalPath(parentOf(prefix));
     std::vector<RotationDecision> decisions;
     const std::vector<PrefixFileList> backups = findBackups(
         prefix, owner, [this](const std::string& path) { return peekAtStatus(path); }, decisions);
@@ -118,7 +118,7 @@ std::vector<PrefixFileList> tRepository::findBackups(const std::string& prefix,
                                                      const std::string& owner,
                                                      const Validation& validate,
                                                      std::vector<RotationDecision>& others) {
-    const std::string dir = parentOf(prefix);
+    const std::string dir = normalPath(parentOf(prefix));
     const std::string mask = fileNameOf(prefix);
     log("Find list of backups by mask '" + mask + "_YYMMDDHHMM' in the directory '" + dir + "'");
     Paths names;

@@ -161,6 +161,7 @@ TEST_F(Rotation, DeletesOneBackupAndNoFileOfAnother) {
          "p_info_1203011530.xml c/1/d/2/p_info_1203011530.xml"},
         {"/c/p_info" + L + ".xml", "p_o_info_1203011530.xml c/p_info_1203011530.xml",
          "p_o_info_1203011530.xml c/p_info_1203011530.xml"},
+        {".//c/./p_info" + L + ".xml", "c/p_info_1203011530.xml c/p_x_1203011530.tgz", ""},
         {"c/p_info" + L + ".xml",
          "q_info_1203011530.xml p_info_1203011531.xml c/p_info_1203011530.xml",
          "q_info_1203011530.xml p_info_1203011531.xml"},
