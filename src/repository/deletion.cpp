@@ -30,7 +30,7 @@ Paths directoriesOf(const DumpFiles& dump, const std::string& dir) {
             }
         }
     }
-    if (dir.find_first_not_of('/') != std::string::npos) {
+    if (!dir.empty()) {
         dirs.insert(dir);
     }
     return {dirs.begin(), dirs.end()};
@@ -80,7 +80,7 @@ void tRepository::DeleteBackup(const std::string& path) {
         toleratedInWords([&] { DeleteDir(dir); }, "unknown error",
                          [&](const std::string& reason) { log(notDeleted(dir, reason)); });
     }
-    for (const std::string& dir : directoriesOf(found, parentOf(path))) {
+    for (const std::string& dir : directoriesOf(found, parentOf(infoPath))) {
         toleratedInWords([&] { transport_->DeleteEmptyDir(dir); }, "unknown error",
                          [&](const std::string& reason) { log(notDeleted(dir, reason)); });
     }

@@ -42,19 +42,9 @@ void tFilesTransaction::Rollback() {
     requireStarted();
     removeEach(createdFiles_, [&](const std::string& path) { transport_->Delete(path); });
     std::stable_sort(createdDirs_.begin(), createdDirs_.end(), isDeeper);
-    removeEach(createdDirs_, [&](const std::string& path) { removeIfEmpty(path); });
+    // What another operation has made there since is not this one's.
+    removeEach(createdDirs_, [&](const std::string& path) { transport_->DeleteEmptyDir(path); });
     finish();
-}
-
-// What another operation has made there since is not this one's.
-void tFilesTransaction::removeIfEmpty(const std::string& dir) {
-    std::vector<std::string> names;
-    transport_->ListDir(dir, names);
-    if (names.empty()) {
-        transport_->DeleteDir(dir);
-    } else {
-        LogMsg("The dir " + dir + " is not empty and stays");
-    }
 }
 
 void tFilesTransaction::requireStarted() const {

@@ -32,7 +32,6 @@ class tFilesTransaction {
     void AddCreatedDir(const std::string& path);
 
   private:
-    void removeIfEmpty(const std::string& dir);
     void requireStarted() const;
     void finish();
 
