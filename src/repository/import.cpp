@@ -73,6 +73,28 @@ std::string destinationOf(const PackedDump& dump) {
     return joinPath(group, GetObjectId(dump.items));
 }
 
+// Refuses a dump that would come among those of another object: the id is what the archive says.
+void requireOwnId(tRepositoryTransport& transport, const std::string& dest, const Paths& items) {
+    if (dest.empty() || !transport.IsDirExist(dest) || !transport.IsDirExist(DISCOVERED)) {
+        return;
+    }
+    Paths index;
+    transport.ListDir(DISCOVERED, index);
+    const std::string id = fileNameOf(dest);
+    const auto isOfId = [&](const std::string& entry) { return entry.ends_with("_" + id); };
+    const auto isOwn = [&](const std::string& entry) {
+        return std::any_of(items.begin(), items.end(), [&](const std::string& item) {
+            return fileNameOf(item) + "_" + id == std::string(D_ITEM_GUID) + "_" + entry;
+        });
+    };
+    if (std::any_of(index.begin(), index.end(), isOfId) &&
+        std::none_of(index.begin(), index.end(), isOwn)) {
+        throw ImportException(
+            EXC(ImportError) % ("Object id '" + id + "' is that of another object"),
+            DumpImportStatus::kOfAnotherOwner);
+    }
+}
+
 }  // namespace
 
 DumpImportResult tRepository::ImportFromRepo(tRepository& source, const std::string& path,
@@ -90,6 +112,7 @@ DumpImportResult tRepository::ImportFromRepo(tRepository& source, const std::str
         }
         CheckObjectType(dump.type, ownerType);
         CheckObjectGuid(dump.items, ownerGuid);
+        requireOwnId(*transport_, dest, dump.items);
         Paths statuses;
         CheckImportedFiles(dump.infoName, dump.files, D_ITEM_STATUS, statuses);
         noteImport(dest, dump.files);
@@ -123,7 +146,12 @@ void tRepository::finishImport(const std::string& dest, const std::string& infoN
     for (const std::string& status : statuses) {
         transport_->Delete(joinPath(dest, status));
     }
-    CreateRepositoryIndexFromImported(files);
+    // Not the items of dumps below it: they could name any object.
+    Paths items;
+    const std::string own = GetDiscoveredDir(infoName) + "/";
+    std::copy_if(files.begin(), files.end(), std::back_inserter(items),
+                 [&](const std::string& file) { return normalPath(file).starts_with(own); });
+    CreateRepositoryIndexFromImported(items);
 }
 
 DumpImportResult tRepository::Import(const std::string& url, const std::string& password,

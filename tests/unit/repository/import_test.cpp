@@ -35,16 +35,19 @@ class Import : public RepositoryRig {
 };
 
 TEST_F(Import, MakesABackupThatIsFoundAndChecked) {
-    pack("true");
+    // The index gets no item of what is below the dump.
+    pack("mkdir d/.discovered && cp -r $i d/.discovered && mv d/$i/GUID_G d/$i/GUID_V");
     const DumpImportResult result =
         repository_.Import(dir_.path("in.tgz"), "", false, "reseller", "O");
     EXPECT_EQ(info_, result.path);
     EXPECT_EQ(DumpImportStatus::kNew, result.status);
     const std::string items = "clients/7/.discovered/p_info_1203011530/";
+    const std::string below = "clients/7/d/.discovered/p_info_1203011530/";
     EXPECT_EQ(
         sorted(".discovered/G_7 " + info_ +
                " clients/7/p_x_1203011530.tgz "
                "clients/7/d/p_y_1203011530.tar " +
+               below + "GUID_V " + below + "objectid_7 " + below + "owner_O " + below + "size_5 " +
                items + "GUID_G " + items + "objectid_7 " + items + "owner_O " + items + "size_5"),
         files());
     const auto found = backupsIn(repository_, "client", "G", "O", true);
@@ -103,6 +106,7 @@ TEST_F(Import, RefusesWhatIsNotOneDumpOfTheOwner) {
          " Dump does not match to guid O"},
         {"sed -i s/client/server/g p_info_1203011530.xml", " Dump does not match to type client"},
         {"touch $i/objectid_8", "Dump has more than one object id"},
+        {"mv $i/objectid_7 $i/objectid_8", "Object id '8' is that of another object"},
         {"mv $i/objectid_7 $i/objectid_..", "is no single component"},
         {"mv $i/GUID_G $i/GUID_", "is no single component"},
         {"mkdir $i/GUID_H && touch $i/GUID_H/x", "is no single component"},
@@ -115,13 +119,14 @@ TEST_F(Import, RefusesWhatIsNotOneDumpOfTheOwner) {
          "p_z_1203011530.tgz",
          "file 'clients/9/p_there_1203011530.tgz' exists"},
     };
+    const std::string there = ".discovered/V_8 clients/8/x clients/9/p_there_1203011530.tgz ";
     for (const auto& row : rows) {
         std::filesystem::remove_all(dir_.path("r"));
-        make("clients/9/p_there_1203011530.tgz");
+        make(there);
         pack(row.change);
         EXPECT_NE(std::string::npos, importTold().find(row.told))
             << row.change << ": " << importTold();
-        EXPECT_EQ("clients/9/p_there_1203011530.tgz ", files());
+        EXPECT_EQ(there, files());
         EXPECT_EQ("", files(dir_.path("other")));
     }
 }
