@@ -91,6 +91,12 @@ ContentUnpacker::Paths RepositoryUnpacker::makeRepositoryPaths(const Paths& path
 
 ContentUnpacker::Paths RepositoryUnpacker::unpackTar(const Cid& cid, const std::string& destination,
                                                      const Paths& includes) {
+    return unpack(cid, destination, includes, MemberAttributes::kKept);
+}
+
+ContentUnpacker::Paths RepositoryUnpacker::unpack(const Cid& cid, const std::string& destination,
+                                                  const Paths& includes,
+                                                  MemberAttributes attributes) {
     theDebugLog->log("repositoryUnpacker:unpack '" + cid.str() + "' to '" + destination + "'");
     if (!includes.empty()) {
         theDebugLog->log(std::string("Includes:"));
@@ -98,8 +104,9 @@ ContentUnpacker::Paths RepositoryUnpacker::unpackTar(const Cid& cid, const std::
             theDebugLog->log(include);
         }
     }
-    return inWords("Cannot unpack", "unknown error",
-                   [&] { return repository_->Unpack(volumesOf(cid), destination, includes); });
+    return inWords("Cannot unpack", "unknown error", [&] {
+        return repository_->Unpack(volumesOf(cid), destination, includes, attributes);
+    });
 }
 
 void RepositoryUnpacker::extractPart(const Cid& cid, const std::string& destination) {
@@ -136,7 +143,8 @@ void RepositoryUnpacker::unpackDb(const Cid& cid, const DbServerAccess& server,
             throw EXC(NotSupportedOperation) % "unpackDb mssql database";
         }
         const UnpackDirectory temporary;
-        const Paths names = unpackTar(cid, temporary.path(), Paths());
+        // Nobody else is to come to a dump because of what the archive says of owners and modes.
+        const Paths names = unpack(cid, temporary.path(), Paths(), MemberAttributes::kDropped);
         loadDatabase(server, database, temporary.path(), names, NoDefaults::kFirst);
     });
 }

@@ -29,6 +29,8 @@ class RepositoryUnpacker : public ContentUnpacker {
     static Paths makeRepositoryPaths(const Paths& paths);
 
   private:
+    Paths unpack(const Cid& cid, const std::string& destination, const Paths& includes,
+                 MemberAttributes attributes);
     void joinVolumes(const Paths& volumes, const std::string& destination);
 
     std::unique_ptr<tRepository> repository_;

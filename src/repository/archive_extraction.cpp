@@ -15,12 +15,18 @@ namespace zelvo {
 
 namespace {
 
-tLogExecCmd tarInto(const std::string& dest) {
+tLogExecCmd tarInto(const std::string& dest, MemberAttributes attributes) {
     tLogExecCmd tar(TAR_UTIL);
     // Else names that are not ASCII would be told with escapes.
     tar.setEnv("LC_ALL", "C.UTF-8");
     tar << "-xv"
         << "-C" << dest;
+    if (attributes == MemberAttributes::kDropped) {
+        tar << "--no-same-owner"
+            << "--no-same-permissions"
+            << "--no-overwrite-dir"
+            << "--keep-directory-symlink";
+    }
     return tar;
 }
 
@@ -96,8 +102,8 @@ std::string extractionFailure(const Paths& volumes) {
 }  // namespace
 
 void ExtractArchive(const Paths& volumes, const std::string& dest, const Paths& includes,
-                    const Paths& excludes, Paths& result) {
-    tLogExecCmd tar = tarInto(dest);
+                    const Paths& excludes, Paths& result, MemberAttributes attributes) {
+    tLogExecCmd tar = tarInto(dest, attributes);
     std::vector<TempFileGuard> lists;
     const auto addList = [&](const char* option, const std::string& list) {
         lists.push_back(makeTempFile(list));
@@ -114,14 +120,14 @@ void ExtractArchive(const Paths& volumes, const std::string& dest, const Paths& 
 }
 
 void ExtractArchiveRoot(const Paths& volumes, const std::string& dest, Paths& result) {
-    tLogExecCmd tar = tarInto(dest);
+    tLogExecCmd tar = tarInto(dest, MemberAttributes::kDropped);
     tar << "--exclude=*/*";
     extract(tar, volumes, dest, extractionFailure(volumes), false, result);
 }
 
 void ExtractArchiveSubDir(const Paths& volumes, const std::string& dest, const std::string& subdir,
                           Paths& result) {
-    tLogExecCmd tar = tarInto(dest);
+    tLogExecCmd tar = tarInto(dest, MemberAttributes::kDropped);
     tar << "--wildcards" << memberPattern(subdir) + "/*";
     extract(tar, volumes, dest, extractionFailure(volumes), false, result);
 }

@@ -27,7 +27,7 @@ std::vector<ValidationResult> tRepository::GetPackedBackupProps(const std::strin
         const std::string info = FindPackedInfo(topFiles, fileNameOf(path));
         const TempDirGuard dir;
         tRepository unpacked(dir.path(), "", "", "", false);
-        UnpackToRepo(parts, unpacked, "", {});
+        UnpackToRepo(parts, unpacked, "", {}, MemberAttributes::kDropped);
         // The archive may bring along a verdict of its own.
         return unpacked.ValidateBackup(info, true);
     } catch (const ExTraceable& failure) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "commons/exception.h"
+#include "repository/archive_extraction.h"
 #include "repository/backup_info.h"
 #include "repository/files_transaction.h"
 #include "repository/repository_errors.h"
@@ -175,9 +176,11 @@ class tRepository {
     // Unpack an archive of one or more volumes. dest: a local directory; for the second a directory
     // of target. includes: the members to take; empty for all. Return what was unpacked, relative
     // to dest. Raise ArchiverError, and the first TransportError for an empty dest.
-    Paths Unpack(const Paths& volumes, const std::string& dest, const Paths& includes);
+    Paths Unpack(const Paths& volumes, const std::string& dest, const Paths& includes,
+                 MemberAttributes attributes = MemberAttributes::kKept);
     Paths UnpackToRepo(const Paths& volumes, tRepository& target, const std::string& dest,
-                       const Paths& includes);
+                       const Paths& includes,
+                       MemberAttributes attributes = MemberAttributes::kKept);
 
     // ---- deletion.
 

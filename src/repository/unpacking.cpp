@@ -38,17 +38,18 @@ class ReceivingGuard {
 
 }  // namespace
 
-Paths tRepository::Unpack(const Paths& volumes, const std::string& dest, const Paths& includes) {
+Paths tRepository::Unpack(const Paths& volumes, const std::string& dest, const Paths& includes,
+                          MemberAttributes attributes) {
     if (dest.empty()) {
         // It would be taken for the root of the file system.
         throw EXC(TransportError) % "no directory to unpack to";
     }
     tRepository target(dest, "", "", "", false);
-    return UnpackToRepo(volumes, target, "", includes);
+    return UnpackToRepo(volumes, target, "", includes, attributes);
 }
 
 Paths tRepository::UnpackToRepo(const Paths& volumes, tRepository& target, const std::string& dest,
-                                const Paths& includes) {
+                                const Paths& includes, MemberAttributes attributes) {
     log("Unpack from " + boost::join(volumes, ", ") + " to " + target.place() + "/" + dest);
     const Paths files = bringVolumes(transport(), volumes);
     const std::string directory = localPlace(target.transport(), dest);
@@ -57,7 +58,7 @@ Paths tRepository::UnpackToRepo(const Paths& volumes, tRepository& target, const
         throw EXC(TransportError) % (dest + " unable to create directory ");
     }
     Paths unpacked;
-    ExtractArchive(files, directory, includes, Paths(), unpacked);
+    ExtractArchive(files, directory, includes, Paths(), unpacked, attributes);
     Paths made;
     // A directory may have been there before, with what else is in it.
     std::remove_copy_if(unpacked.begin(), unpacked.end(), std::back_inserter(made),

@@ -36,11 +36,18 @@ class Import : public RepositoryRig {
 
 TEST_F(Import, MakesABackupThatIsFoundAndChecked) {
     // The index gets no item of what is below the dump.
-    pack("mkdir d/.discovered && cp -r $i d/.discovered && mv d/$i/GUID_G d/$i/GUID_V");
+    make("clients/7/");
+    pack(
+        "mkdir d/.discovered && cp -r $i d/.discovered && mv d/$i/GUID_G d/$i/GUID_V && "
+        "chmod 4777 p_x_1203011530.tgz . && add='--no-recursion ./ --recursion'");
     const DumpImportResult result =
         repository_.Import(dir_.path("in.tgz"), "", false, "reseller", "O");
     EXPECT_EQ(info_, result.path);
     EXPECT_EQ(DumpImportStatus::kNew, result.status);
+    for (const char* kept : {"r/clients/7", "r/clients/7/p_x_1203011530.tgz"}) {
+        EXPECT_EQ(std::filesystem::perms{0755},
+                  std::filesystem::status(dir_.path(kept)).permissions());
+    }
     const std::string items = "clients/7/.discovered/p_info_1203011530/";
     const std::string below = "clients/7/d/.discovered/p_info_1203011530/";
     EXPECT_EQ(
