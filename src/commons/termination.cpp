@@ -10,11 +10,14 @@ namespace {
 std::atomic<bool> isProgramTerminated{false};
 std::atomic<int> notedSignals{0};
 static_assert(std::atomic<bool>::is_always_lock_free && std::atomic<int>::is_always_lock_free);
+std::atomic<bool> isTold{false};
 
 }  // namespace
 
 MigrationTerminatedException::MigrationTerminatedException()
-    : std::runtime_error("Migration has been terminated") {}
+    : std::runtime_error("Migration has been terminated") {
+    isTold.store(true);
+}
 
 void noteTerminationSignal() noexcept {
     notedSignals.fetch_add(1);
@@ -24,6 +27,8 @@ void noteTerminationSignal() noexcept {
 void terminateProgram() noexcept { isProgramTerminated.store(true); }
 
 bool isTerminationRequested() noexcept { return isProgramTerminated.load(); }
+
+bool isTerminationTold() noexcept { return isTold.load(); }
 
 int takeTerminationSignals() noexcept { return notedSignals.exchange(0); }
 

@@ -22,6 +22,9 @@ void terminateProgram() noexcept;
 // True once the run has been asked to stop.
 bool isTerminationRequested() noexcept;
 
+// True once somebody has raised it. What follows is no work of the run any more, but undoes it.
+bool isTerminationTold() noexcept;
+
 // The number of signals noted since the last call.
 int takeTerminationSignals() noexcept;
 

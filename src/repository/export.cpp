@@ -2,6 +2,7 @@
 #include <boost/filesystem/operations.hpp>
 #include <set>
 
+#include "repository/dump_content.h"
 #include "repository/dump_owner.h"
 #include "repository/info_xml_reader.h"
 #include "repository/names.h"

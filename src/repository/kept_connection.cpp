@@ -15,17 +15,12 @@ constexpr int kPatience = 50;
 // For an operation of a run that was asked to stop, in seconds.
 constexpr long kTimeAfterStop = 30;
 
-// Whether an operation has raised the request. What is done after it is no work of the run any
-// more.
-bool isStopTold = false;
-
 CURLcode codeOf(CURLMcode code) {
     return code == CURLM_OUT_OF_MEMORY ? CURLE_OUT_OF_MEMORY : CURLE_FAILED_INIT;
 }
 
 void heedRequestToStop() {
-    if (isTerminationRequested() && !isStopTold) {
-        isStopTold = true;
+    if (isTerminationRequested() && !isTerminationTold()) {
         throw MigrationTerminatedException();
     }
 }

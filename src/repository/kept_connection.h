@@ -15,8 +15,8 @@ class KeptConnection {
     KeptConnection& operator=(const KeptConnection&) = delete;
 
     // Runs what the handle is set to. Returns libcurl's result. Raises MigrationTerminatedException
-    // when the run is asked to stop, with the first operation that sees it; what follows puts in
-    // order what it left, and gets no more than half a minute each. Raises bad_alloc.
+    // when the run is asked to stop and nobody has raised it yet; what follows puts in order what
+    // was left, and gets no more than half a minute each. Raises bad_alloc.
     CURLcode perform(CURL* handle);
 
     // Ends the connection. Waits for no farewell.

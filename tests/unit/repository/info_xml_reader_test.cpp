@@ -45,9 +45,9 @@ TEST_F(InfoXmlReader, RefusesWhatIsNoDocument) {
     EXPECT_EQ("unable to read file " + file,
               messageOf([&] { reader("<admin><description>a").ReadDescription(); }));
     EXPECT_EQ("unable to open file " + file + "x", messageOf([&] { IsSigned(file + "x"); }));
-    ASSERT_EQ(0, mkfifo(dir_.path("pipe").c_str(), 0600));
-    EXPECT_EQ("unable to open file " + dir_.path("pipe"),
-              messageOf([&] { tInfoXmlReader(transport_.get(), "pipe").ReadContent(); }));
+    ASSERT_EQ(0, mkfifo(dir_.path("r/pipe").c_str(), 0600));
+    EXPECT_EQ("unable to open file " + dir_.path("r/pipe"),
+              messageOf([&] { tInfoXmlReader(&repository_.transport(), "pipe").ReadContent(); }));
     const std::string outside = "<!DOCTYPE d [<!ENTITY e SYSTEM '" + dir_.write("e", "secret") +
                                 "'>]><admin><description>&e;</description></admin>";
     EXPECT_EQ("&e;", reader(outside).ReadDescription());
