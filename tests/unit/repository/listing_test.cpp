@@ -1,4 +1,5 @@
 #include "repository/discovered_items.h"
+#include "repository/tolerated_dir.h"
 #include "repository_rig.h"
 #include "scripted_ftp_server.h"
 
@@ -79,6 +80,10 @@ TEST_F(Listing, GoesOnBehindADirectoryThatCannotBeListed) {
         EXPECT_TRUE(log_.holds(std::string("Error: unable to list directory '") + dir + "': "))
             << dir;
     }
+    tRepository gone(dir_.path("gone"), "", "", "", false);
+    EXPECT_EQ("lost", messageOf([&] {
+                  toleratedDir(gone.transport(), "x", [] { throw EXC(RepositoryError) % "lost"; });
+              }));
 }
 
 TEST_F(Listing, ChecksBackups) {
