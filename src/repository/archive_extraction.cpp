@@ -19,8 +19,11 @@ tLogExecCmd tarInto(const std::string& dest, MemberAttributes attributes) {
     tLogExecCmd tar(TAR_UTIL);
     // Else names that are not ASCII would be told with escapes.
     tar.setEnv("LC_ALL", "C.UTF-8");
+    // tar would read a "\" in the directory as the start of an escape; a list of names is written
+    // so.
     tar << "-xv"
-        << "-C" << dest;
+        << "--no-unquote"
+        << "-C" << dest << "--unquote";
     if (attributes == MemberAttributes::kDropped) {
         tar << "--no-same-owner"
             << "--no-same-permissions"

@@ -117,6 +117,7 @@ void tRepository::pack(tRepository& source, const std::string& dir, const Paths&
     tLogExecCmd tar(TAR_UTIL);
     // A second name of a file would be a link, too.
     tar << (asksForGzip(file) ? "-czf" : "-cf") << archive.path() << "--hard-dereference"
+        << "--no-unquote"
         << "-C" << root << "--null"
         << "--files-from=" + list.path();
     if (!additionalFiles.empty()) {

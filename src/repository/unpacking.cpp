@@ -44,7 +44,8 @@ Paths tRepository::Unpack(const Paths& volumes, const std::string& dest, const P
         // It would be taken for the root of the file system.
         throw EXC(TransportError) % "no directory to unpack to";
     }
-    tRepository target(dest, "", "", "", false);
+    // A "\" at the end would be taken for a "/".
+    tRepository target(dest.ends_with('\\') ? dest + "/" : dest, "", "", "", false);
     return UnpackToRepo(volumes, target, "", includes, attributes);
 }
 

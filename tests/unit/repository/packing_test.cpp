@@ -63,9 +63,12 @@ TEST_F(Packing, ExportsOneDumpSigned) {
 
 // Catches: a name that the archiver takes for an option, and an archive that is half full.
 TEST_F(Packing, PacksWhatStandsInADirectory) {
-    make("a/--checkpoint-action=exec=x a/-b a/c/d other");
+    make("a/--checkpoint-action=exec=x a/-b a/c/d other b\\057c/d\\n");
     other_.PackFromRepo(repository_, "a", "x/all.tar");
     EXPECT_EQ("--checkpoint-action=exec=x -b c/d ", membersOf("other/x/all.tar"));
+    other_.PackFromRepo(repository_, "b\\057c", "x/all.tar");
+    other_.Unpack({"x/all.tar"}, dir_.path("out\\057c\\"), {});
+    EXPECT_EQ("d\\n ", files(dir_.path("out\\057c\\")));
     const std::string told = messageOf([&] {
         other_.PackFromRepo(repository_, "a", {"c/d", "lost"}, "y", "tar", 0, {});
     });
