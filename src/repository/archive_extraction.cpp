@@ -15,10 +15,15 @@ namespace zelvo {
 
 namespace {
 
-tLogExecCmd tarInto(const std::string& dest, MemberAttributes attributes) {
+tLogExecCmd makeTar() {
     tLogExecCmd tar(TAR_UTIL);
     // Else names that are not ASCII would be told with escapes.
     tar.setEnv("LC_ALL", "C.UTF-8");
+    return tar;
+}
+
+tLogExecCmd tarInto(const std::string& dest, MemberAttributes attributes) {
+    tLogExecCmd tar = makeTar();
     // tar would read a "\" in the directory as the start of an escape; a list of names is written
     // so.
     tar << "-xv"
@@ -73,6 +78,24 @@ std::string excludeList(const Paths& excludes) {
     return list;
 }
 
+using Lists = std::vector<TempFileGuard>;
+
+// Has tar take and leave members; the lists have to live until it has ended.
+Lists addLists(tLogExecCmd& tar, const Paths& includes, const Paths& excludes) {
+    Lists lists;
+    const auto add = [&](const char* option, const std::string& list) {
+        lists.push_back(makeTempFile(list));
+        tar << "--wildcards" << option + lists.back().path();
+    };
+    if (!includes.empty()) {
+        add("--files-from=", includeList(includes));
+    }
+    if (!excludes.empty()) {
+        add("--exclude-from=", excludeList(excludes));
+    }
+    return lists;
+}
+
 // The code of a pipe is that of its end: of a volume that could not be read to its end, which may
 // look like the end of the archive, its reader's complaint alone tells.
 bool hasLostInput(const tLogExecCmd& command) {
@@ -107,19 +130,18 @@ std::string extractionFailure(const Paths& volumes) {
 void ExtractArchive(const Paths& volumes, const std::string& dest, const Paths& includes,
                     const Paths& excludes, Paths& result, MemberAttributes attributes) {
     tLogExecCmd tar = tarInto(dest, attributes);
-    std::vector<TempFileGuard> lists;
-    const auto addList = [&](const char* option, const std::string& list) {
-        lists.push_back(makeTempFile(list));
-        tar << "--wildcards" << option + lists.back().path();
-    };
-    if (!includes.empty()) {
-        addList("--files-from=", includeList(includes));
-    }
-    if (!excludes.empty()) {
-        addList("--exclude-from=", excludeList(excludes));
-    }
+    const Lists lists = addLists(tar, includes, excludes);
     extract(tar, volumes, dest, "from " + boost::join(volumes, " ") + " to " + dest + ":\n", true,
             result);
+}
+
+Paths ListArchive(const Paths& volumes, const Paths& includes) {
+    tLogExecCmd tar = makeTar();
+    tar << "-t";
+    const Lists lists = addLists(tar, includes, Paths());
+    ArchiverRun run = SendFilesToTar(tar, volumes);
+    run.command.exec(std::nothrow);
+    return namesOfListing(run.command.stdout);
 }
 
 void ExtractArchiveRoot(const Paths& volumes, const std::string& dest, Paths& result) {

@@ -23,6 +23,10 @@ void ExtractArchive(const std::vector<std::string>& volumes, const std::string& 
                     const std::vector<std::string>& includes,
                     const std::vector<std::string>& excludes, std::vector<std::string>& result,
                     MemberAttributes attributes = MemberAttributes::kKept);
+// What ExtractArchive would extract, as its result; of an archive that cannot be read to its end
+// what stands in front of that. Raises as the others, but no ArchiverError for what cannot be read.
+std::vector<std::string> ListArchive(const std::vector<std::string>& volumes,
+                                     const std::vector<std::string>& includes);
 // What stands at the top of the archive only. Drops the attributes, as the next one does.
 void ExtractArchiveRoot(const std::vector<std::string>& volumes, const std::string& dest,
                         std::vector<std::string>& result);

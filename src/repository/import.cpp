@@ -117,7 +117,7 @@ DumpImportResult tRepository::ImportFromRepo(tRepository& source, const std::str
         CheckImportedFiles(dump.infoName, dump.files, D_ITEM_STATUS, statuses);
         noteImport(dest, dump.files);
         finishImport(dest, dump.infoName,
-                     source.UnpackToRepo(parts, *this, dest, {}, MemberAttributes::kDropped));
+                     source.unpackNoted(parts, *this, dest, {}, MemberAttributes::kDropped));
         return {infoPath, DumpImportStatus::kNew};
     } catch (const Exc<&TransportError>& failure) {
         LogMsg(failure);

@@ -221,6 +221,11 @@ class tRepository {
     // Notes in the transaction what an import of files will make below dest. Raises ImportException
     // for a file that is there: nothing is overwritten.
     void noteImport(const std::string& dest, const Paths& files);
+    // Notes in the transaction what of an archive's members will be new below dest.
+    void noteUnpacking(const std::string& dest, const Paths& members);
+    // UnpackToRepo without a note in the transaction.
+    Paths unpackNoted(const Paths& volumes, tRepository& target, const std::string& dest,
+                      const Paths& includes, MemberAttributes attributes);
     // Makes imported files a backup of this repository.
     void finishImport(const std::string& dest, const std::string& infoName, const Paths& files);
     std::vector<ValidationResult> GetPackedBackupProps(const std::string& path);

@@ -1,10 +1,11 @@
 // The half of tRepository that unpacks archives.
-#include <algorithm>
 #include <boost/algorithm/string/join.hpp>
 #include <boost/filesystem/operations.hpp>
 
+#include "commons/path_steps.h"
 #include "repository/archive_extraction.h"
 #include "repository/archive_volumes.h"
+#include "repository/new_entries.h"
 #include "repository/path_guard.h"
 #include "repository/repository.h"
 #include "repository/safe_create_dir.h"
@@ -51,6 +52,27 @@ Paths tRepository::Unpack(const Paths& volumes, const std::string& dest, const P
 
 Paths tRepository::UnpackToRepo(const Paths& volumes, tRepository& target, const std::string& dest,
                                 const Paths& includes, MemberAttributes attributes) {
+    if (target.transaction_->IsStarted()) {
+        target.noteUnpacking(dest, ListArchive(bringVolumes(transport(), volumes), includes));
+    }
+    return unpackNoted(volumes, target, dest, includes, attributes);
+}
+
+// Before the first byte: an archive that cannot be unpacked to its end leaves files as well.
+void tRepository::noteUnpacking(const std::string& dest, const Paths& members) {
+    NewEntries entries(*transport_);
+    entries.note(joinPath(dest, ""));
+    for (const std::string& member : members) {
+        // The archiver leaves others out or gives them another place.
+        if (!hasParentStep(member) && !hasControlCharacter(member)) {
+            entries.note(joinPath(dest, member));
+        }
+    }
+    AddFilesToTransaction("", entries.made());
+}
+
+Paths tRepository::unpackNoted(const Paths& volumes, tRepository& target, const std::string& dest,
+                               const Paths& includes, MemberAttributes attributes) {
     log("Unpack from " + boost::join(volumes, ", ") + " to " + target.place() + "/" + dest);
     const Paths files = bringVolumes(transport(), volumes);
     const std::string directory = localPlace(target.transport(), dest);
@@ -60,11 +82,6 @@ Paths tRepository::UnpackToRepo(const Paths& volumes, tRepository& target, const
     }
     Paths unpacked;
     ExtractArchive(files, directory, includes, Paths(), unpacked, attributes);
-    Paths made;
-    // A directory may have been there before, with what else is in it.
-    std::remove_copy_if(unpacked.begin(), unpacked.end(), std::back_inserter(made),
-                        [](const std::string& name) { return name.ends_with('/'); });
-    target.AddFilesToTransaction(dest, made);
     target.transport().ReceiveDir(dest);
     return unpacked;
 }

@@ -140,9 +140,15 @@ TEST_F(Import, RefusesWhatIsNotOneDumpOfTheOwner) {
 
 // Catches: half an import that stays, and one that takes along what was there.
 TEST_F(Import, IsUndone) {
-    make("clients/7/q_info_1203011530.xml clients/7/d/q_x_1203011530.tgz");
+    make("clients/7/q_info_1203011530.xml clients/7/d/q_x_1203011530.tgz u/d/p_y_1203011530.tar");
     const std::string before = files();
     pack("head -c 3000000 /dev/urandom > p_z_1203011530.tgz");
+    repository_.BeginTransaction();
+    tRepository(dir_.path(""), "", "", "", false)
+        .UnpackToRepo({"in.tgz"}, repository_, "u", {"d", "p_x_1203011530.tgz"});
+    EXPECT_NE(before, files());
+    repository_.RollbackTransaction();
+    EXPECT_EQ(before, files());
     repository_.BeginTransaction();
     repository_.Import(dir_.path("in.tgz"), "", false, "client", "O");
     EXPECT_NE(before, files());
