@@ -1,4 +1,6 @@
 // The half of tRepository that packs files into an archive.
+#include <unistd.h>
+
 #include <algorithm>
 #include <boost/filesystem/operations.hpp>
 #include <set>
@@ -79,6 +81,9 @@ Paths fileNames(const Paths& paths) {
     return names;
 }
 
+// Whether files get to their place by way of local ones, and cannot be renamed there.
+bool isFarAway(tRepositoryTransport& transport) { return !transport.GetReceivingDir().empty(); }
+
 bool asksForGzip(const std::string& name) {
     return name.ends_with(".tgz") || name.ends_with(".gz");
 }
@@ -109,6 +114,9 @@ void tRepository::PackFromRepo(tRepository& source, const std::string& dir, cons
 
 void tRepository::pack(tRepository& source, const std::string& dir, const Paths& files,
                        const Paths& additionalFiles, const std::string& file) {
+    if (isFarAway(*transport_) && transport_->IsExist(file)) {
+        throw EXC(RepositoryError) % ("file " + file + " exists");
+    }
     TempFileGuard archive(GetTempFilePath());
     const TempFileGuard list = makeList(files);
     const TempFileGuard additionalList = makeList(fileNames(additionalFiles));
@@ -127,8 +135,26 @@ void tRepository::pack(tRepository& source, const std::string& dir, const Paths&
         throw EXC(ArchiverError) % ("from " + source.place() + "/" + dir + " to " + place() + "/" +
                                     file + ":\n" + tar.stderr);
     }
-    Put(archive.path(), file);
+    putArchive(archive.path(), file);
     archive.remove();
+}
+
+void tRepository::putArchive(const std::string& localFile, const std::string& file) {
+    if (isFarAway(*transport_)) {
+        // Of a new one that fails the transport leaves nothing.
+        Put(localFile, file);
+        return;
+    }
+    log("Put file from " + localFile + " to " + file);
+    const std::string half = file + ".new-" + std::to_string(getpid());
+    const TempFileGuard guard(transport_->GetFullPath(half));
+    noteNew(file);
+    putAs(localFile, half, file);
+    boost::system::error_code error;
+    boost::filesystem::rename(guard.path(), transport_->GetFullPath(file), error);
+    if (error) {
+        throw EXC(StreamPipeError) % (localFile + " to " + file + ":\n" + error.message());
+    }
 }
 
 }  // namespace zelvo

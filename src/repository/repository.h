@@ -141,8 +141,9 @@ class tRepository {
 
     // Packs files of source into an archive here; one whose name ends in ".tgz" or ".gz" is
     // compressed (gzip). dir: of source; the archive has its files without it. The first takes all
-    // that is below it. Raise ArchiverError, also for a file that is a link or a device, or that
-    // stands behind a link.
+    // that is below it. What fails leaves no archive, and one that was there as it was; on a server
+    // none is replaced. Raise ArchiverError, also for a file that is a link or a device, or that
+    // stands behind a link, and RepositoryError.
     void PackFromRepo(tRepository& source, const std::string& dir, const std::string& file);
     // files: below dir. extension: without a dot; may be empty. splitSize: 0, others are refused.
     // additionalFiles: local ones, which come to the top of the archive.
@@ -208,6 +209,9 @@ class tRepository {
     // An open stream of a file, which is noted in the transaction if it is new. Raises StreamError.
     std::unique_ptr<orepostream> openToWrite(const std::string& path);
     std::unique_ptr<irepostream> openToRead(const std::string& path);
+    // Put without its line in the log, to another name. repoFile: the one for messages.
+    void putAs(const std::string& localFile, const std::string& writtenFile,
+               const std::string& repoFile);
     // Notes in the transaction what is not there yet of a path: the entry, a directory if it ends
     // in
     // "/", and the directories above it, which are made with a file.
@@ -217,6 +221,8 @@ class tRepository {
     // Writes an archive to file. files: below dir.
     void pack(tRepository& source, const std::string& dir, const Paths& files,
               const Paths& additionalFiles, const std::string& file);
+    // Puts an archive in its place when it is whole there.
+    void putArchive(const std::string& localFile, const std::string& file);
     void copyParts(const Paths& parts, tRepository& target, const Paths& targets);
     // Notes in the transaction what an import of files will make below dest. Raises ImportException
     // for a file that is there: nothing is overwritten.

@@ -46,8 +46,13 @@ bool isRegular(const std::string& path) {
 
 void tRepository::Put(const std::string& localFile, const std::string& repoFile) {
     log("Put file from " + localFile + " to " + repoFile);
+    putAs(localFile, repoFile, repoFile);
+}
+
+void tRepository::putAs(const std::string& localFile, const std::string& writtenFile,
+                        const std::string& repoFile) {
     std::ifstream in = openLocalFile(localFile);
-    const std::unique_ptr<orepostream> out = openToWrite(repoFile);
+    const std::unique_ptr<orepostream> out = openToWrite(writtenFile);
     inWords<&StreamPipeError>(localFile + " to " + repoFile + ":\n", [&] {
         if (!isRegular(localFile) || !transport_->SendFile(localFile, repoFile)) {
             Pipe(in, *out);

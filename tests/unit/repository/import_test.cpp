@@ -173,6 +173,8 @@ TEST_F(Import, GoesToAndFromServers) {
     for (const char* name : {"x_1203011531.tgz", "x_1203011532.tgz", "a x_1203011533.tgz"}) {
         near.PackedExportToRepo(pack("true"), far, std::string("b/") + name);
     }
+    EXPECT_EQ("file b/x_1203011531.tgz exists",
+              messageOf([&] { far.PackFromRepo(near, "a", "b/x_1203011531.tgz"); }));
     far.RotateFileBackup("b", "x.tgz", 2);
     EXPECT_FALSE(std::filesystem::exists(root + "/b/x_1203011530.tgz"));
     EXPECT_EQ(BackupStatus::kOk, far.ValidatePackedBackup("b/x_1203011532.tgz").at(0).status);

@@ -69,6 +69,12 @@ TEST_F(Packing, PacksWhatStandsInADirectory) {
     other_.PackFromRepo(repository_, "b\\057c", "x/all.tar");
     other_.Unpack({"x/all.tar"}, dir_.path("out\\057c\\"), {});
     EXPECT_EQ("d\\n ", files(dir_.path("out\\057c\\")));
+    // A disk that is full costs neither the archive that is there nor leaves half a one.
+    const std::string good = contentOf(dir_.path("other/x/all.tar"));
+    std::filesystem::create_symlink("/dev/full",
+                                    dir_.path("other/x/all.tar.new-" + std::to_string(getpid())));
+    EXPECT_NE("", messageOf([&] { other_.PackFromRepo(repository_, "a", "x/all.tar"); }));
+    EXPECT_EQ(good, contentOf(dir_.path("other/x/all.tar")));
     const std::string told = messageOf([&] {
         other_.PackFromRepo(repository_, "a", {"c/d", "lost"}, "y", "tar", 0, {});
     });
