@@ -36,15 +36,14 @@ class Import : public RepositoryRig {
 
 TEST_F(Import, MakesABackupThatIsFoundAndChecked) {
     // The index gets no item of what is below the dump.
-    make("clients/7/");
     pack(
         "mkdir d/.discovered && cp -r $i d/.discovered && mv d/$i/GUID_G d/$i/GUID_V && "
-        "chmod 4777 p_x_1203011530.tgz . && add='--no-recursion ./ --recursion'");
+        "chmod 4777 p_x_1203011530.tgz d");
     const DumpImportResult result =
         repository_.Import(dir_.path("in.tgz"), "", false, "reseller", "O");
     EXPECT_EQ(info_, result.path);
     EXPECT_EQ(DumpImportStatus::kNew, result.status);
-    for (const char* kept : {"r/clients/7", "r/clients/7/p_x_1203011530.tgz"}) {
+    for (const char* kept : {"r/clients/7/d", "r/clients/7/p_x_1203011530.tgz"}) {
         EXPECT_EQ(std::filesystem::perms{0755},
                   std::filesystem::status(dir_.path(kept)).permissions());
     }
