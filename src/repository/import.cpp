@@ -147,12 +147,7 @@ void tRepository::finishImport(const std::string& dest, const std::string& infoN
     for (const std::string& status : statuses) {
         transport_->Delete(joinPath(dest, status));
     }
-    // Not the items of dumps below it: they could name any object.
-    Paths items;
-    const std::string own = GetDiscoveredDir(infoName) + "/";
-    std::copy_if(files.begin(), files.end(), std::back_inserter(items),
-                 [&](const std::string& file) { return normalPath(file).starts_with(own); });
-    CreateRepositoryIndexFromImported(items);
+    CreateRepositoryIndexFromImported(files);
 }
 
 DumpImportResult tRepository::Import(const std::string& url, const std::string& password,

@@ -35,7 +35,7 @@ class Import : public RepositoryRig {
 };
 
 TEST_F(Import, MakesABackupThatIsFoundAndChecked) {
-    // The index gets no item of what is below the dump.
+    // The index gets the objects below the dump's as well.
     pack(
         "mkdir d/.discovered && cp -r $i d/.discovered && mv d/$i/GUID_G d/$i/GUID_V && "
         "chmod 4777 p_x_1203011530.tgz d");
@@ -50,7 +50,7 @@ TEST_F(Import, MakesABackupThatIsFoundAndChecked) {
     const std::string items = "clients/7/.discovered/p_info_1203011530/";
     const std::string below = "clients/7/d/.discovered/p_info_1203011530/";
     EXPECT_EQ(
-        sorted(".discovered/G_7 " + info_ +
+        sorted(".discovered/G_7 .discovered/V_7 " + info_ +
                " clients/7/p_x_1203011530.tgz "
                "clients/7/d/p_y_1203011530.tar " +
                below + "GUID_V " + below + "objectid_7 " + below + "owner_O " + below + "size_5 " +
