@@ -1,10 +1,10 @@
 // The half of tRepository that brings a structured backup into an archive elsewhere.
-#include <boost/filesystem/operations.hpp>
 #include <set>
 
 #include "repository/dump_content.h"
 #include "repository/dump_owner.h"
 #include "repository/info_xml_reader.h"
+#include "repository/local_files.h"
 #include "repository/names.h"
 #include "repository/path_guard.h"
 #include "repository/repository.h"
@@ -69,7 +69,7 @@ void tRepository::ExportToRepo(const std::string& path, tRepository& target,
     const Paths files = listDump(*transport_, infoPath);
     requireContent(reader, fileNameOf(infoPath), files);
     reader.Sign();
-    boost::filesystem::copy_file(reader.GetLocalPath(), signedInfo);
+    copyLocalFile(reader.GetLocalPath(), signedInfo);
     target.PackFromRepo(*this, parentOf(infoPath), files, name,
                         extension.empty() ? "tgz" : extension, 0, {signedInfo});
 }

@@ -2,6 +2,7 @@
 #include <charconv>
 #include <set>
 
+#include "report/termination_lines.h"
 #include "repository/discovered_items.h"
 #include "repository/info_xml_reader.h"
 #include "repository/names.h"
@@ -83,6 +84,7 @@ class BackupsLister {
 
     // Appends a dump, by the name of its discovered directory. dir: of its info document.
     void append(const std::string& dir, const std::string& name) {
+        checkProgramTerminated();
         const std::string path = joinPath(dir, name + ".xml");
         const std::string items = GetDiscoveredDir(path);
         tRepositoryTransport& transport = repository_.transport();

@@ -62,4 +62,15 @@ void NewLocalFile::finish() {
     isWhole_ = true;
 }
 
+void copyLocalFile(const std::string& from, const std::string& to) {
+    std::ifstream in = openLocalFile(from);
+    NewLocalFile out(to);
+    try {
+        Pipe(in, out.stream());
+        out.finish();
+    } catch (const StreamException& failure) {
+        throw EXC(tRepository::StreamPipeError) % (from + " to " + to + ":\n" + failure.what());
+    }
+}
+
 }  // namespace zelvo

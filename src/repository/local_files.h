@@ -33,4 +33,9 @@ class NewLocalFile {
     bool isWhole_ = false;
 };
 
+// Copies a regular file, byte by byte: the system's own ways do not lead from every file system to
+// every other. Raises tRepository::StreamError and tRepository::StreamPipeError; a copy that is not
+// whole goes.
+void copyLocalFile(const std::string& from, const std::string& to);
+
 }  // namespace zelvo

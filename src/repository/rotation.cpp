@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "report/termination_lines.h"
 #include "repository/tolerated.h"
 
 namespace zelvo {
@@ -47,6 +48,7 @@ void removeOldest(std::vector<PrefixFileList> backups, int keep, const std::stri
                   const std::function<void(const std::string&)>& remove) {
     const std::size_t count = sortOldest(backups, keep);
     for (std::size_t i = 0; i < count; ++i) {
+        checkProgramTerminated();
         const std::string& name = backups[i].files.front();
         const std::string refusal = verdict(head, "Cannot delete backup '", name, "'due to ");
         log("Rotation: Remove backup:");

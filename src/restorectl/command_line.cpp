@@ -9,31 +9,17 @@ namespace zelvo {
 
 namespace {
 
-const char* const kLogin = "RESTORECTL_LOGIN";
-const char* const kPassword = "RESTORECTL_PASSWORD";
-const char* const kOtherLogin = "RESTORECTL_OTHER_LOGIN";
-const char* const kOtherPassword = "RESTORECTL_OTHER_PASSWORD";
-
 const char* const kFooter =
     "Exit status: 0 when all that was asked was done, 1 for a failure, 2 for wrong usage.\n"
     "The manual page restorectl(8) has the environment and examples.";
 
-// Places as they were said, before their credentials are read.
-struct SaidPlaces {
-    std::string repository;
-    std::string credentialsFile;
-    std::string other;
-    std::string otherCredentialsFile;
-};
-
 // Declares the commands on what the command line is parsed with.
 class Grammar {
   public:
-    Grammar(CLI::App& app, Settings& settings, Command& command, SaidPlaces& said)
+    Grammar(CLI::App& app, Settings& settings, Command& command)
         : backup_(*app.add_subcommand("backup", "Look at, bring and remove backups")),
           settings_(settings),
-          command_(command),
-          said_(said) {
+          command_(command) {
         backup_.require_subcommand(1);
         backup_.footer(kFooter);
         declareInspections();
@@ -44,9 +30,9 @@ class Grammar {
   private:
     void declareInspections() {
         CLI::App& list = add("list", "List backups", listBackups);
-        addSelection(list);
         CLI::Option* const packed =
             list.add_flag("--packed", settings_.isPacked, "List the archives of a directory");
+        addSelection(list, packed);
         addPath(list, "DIR", "Directory of the archives; default: the top")->needs(packed);
         list.add_option("--mask", settings_.mask, "Regular expression on the archives' names")
             ->needs(packed);
@@ -57,11 +43,11 @@ class Grammar {
         addPath(add("show", "Show one backup", showBackup), "BACKUP", kBackup)->required();
 
         CLI::App& check = add("check", "Check whether backups are sound", checkBackups);
-        addSelection(check);
-        addPaths(check, "BACKUP", std::string(kBackup) + "; default: all that are unpacked");
+        addSelection(check, addPaths(check, "BACKUP",
+                                     std::string(kBackup) + "; default: all that are unpacked"));
         check.add_flag("--stored", settings_.takesStored, "Take stored verdicts");
 
-        addSelection(add("usage", "Tell how much room backups take", tellUsage));
+        addSelection(add("usage", "Tell how much room backups take", tellUsage), nullptr);
     }
 
     void declareTransfers() {
@@ -112,15 +98,18 @@ class Grammar {
         CLI::App& added = *backup_.add_subcommand(name, purpose);
         added.footer(kFooter);
         added.callback([this, command] { command_ = command; });
+        // Not with CLI11's own look at the environment: it would fill the options of commands that
+        // were not called, and the variable would win over this option.
         added
-            .add_option("--repository", said_.repository,
-                        "FTP URL without password, or local path; default: the panel's own")
-            ->envname("RESTORECTL_REPOSITORY")
-            ->type_name("PLACE");
+            .add_option("--repository", settings_.repository.text,
+                        "FTP URL without password, or local path; default: RESTORECTL_REPOSITORY, "
+                        "or else the panel's own")
+            ->type_name("PLACE")
+            ->each([this](const std::string&) { settings_.repository.isSaid = true; });
         added
-            .add_option("--credentials-file", said_.credentialsFile,
-                        std::string("File with login=NAME and password=TEXT; default: ") + kLogin +
-                            " and " + kPassword)
+            .add_option("--credentials-file", settings_.repository.credentialsFile,
+                        "File with login=NAME and password=TEXT; default: RESTORECTL_LOGIN and "
+                        "RESTORECTL_PASSWORD")
             ->type_name("FILE");
         added.add_flag("--active", settings_.isActive, "Let the FTP server open data connections");
         added.add_flag("--json", settings_.asJson, "Print a JSON document");
@@ -139,21 +128,29 @@ class Grammar {
         return addPaths(command, name, meaning)->expected(1);
     }
 
-    void addSelection(CLI::App& command) {
+    // other: what a selection makes no sense with; may be null.
+    void addSelection(CLI::App& command, CLI::Option* other) {
         CLI::Option* const type =
             command.add_option("--type", settings_.listedType, "Type of the object")
                 ->check(kTypes)
                 ->type_name("TYPE");
-        command.add_option("--guid", settings_.guid, "GUID of the object")->needs(type);
-        command.add_option("--owner", settings_.owner, "GUID of the owner");
+        CLI::Option* const guid =
+            command.add_option("--guid", settings_.guid, "GUID of the object")->needs(type);
+        CLI::Option* const owner =
+            command.add_option("--owner", settings_.owner, "GUID of the owner");
+        if (other != nullptr) {
+            for (CLI::Option* const option : {type, guid, owner}) {
+                option->excludes(other);
+            }
+        }
     }
 
     void addOther(CLI::App& command, const std::string& name, const std::string& meaning) {
-        command.add_option(name, said_.other, meaning)->required()->type_name("PLACE");
+        command.add_option(name, settings_.other.text, meaning)->required()->type_name("PLACE");
         command
-            .add_option("--other-credentials-file", said_.otherCredentialsFile,
-                        std::string("Credentials of that; default: ") + kOtherLogin + " and " +
-                            kOtherPassword)
+            .add_option("--other-credentials-file", settings_.other.credentialsFile,
+                        "Credentials of that; default: RESTORECTL_OTHER_LOGIN and "
+                        "RESTORECTL_OTHER_PASSWORD")
             ->type_name("FILE");
     }
 
@@ -169,13 +166,25 @@ class Grammar {
     CLI::App& backup_;
     Settings& settings_;
     Command& command_;
-    SaidPlaces& said_;
 };
 
+// CLI11 would take "[a,b]", which can be the name of one file, for the names of two, and "++" for a
+// mark of its own.
+void requirePlainWords(int argc, char** argv) {
+    for (int i = 1; i < argc; ++i) {
+        const std::string word = argv[i];
+        if (word == "++" || (word.starts_with('[') && word.ends_with(']'))) {
+            throw UsageError("'" + word + "' is ambiguous: write './" + word + "'");
+        }
+    }
+}
+
 void requireSense(const Settings& settings, Command command) {
-    const bool isOfObject = !settings.listedType.empty() && settings.listedType != "server";
-    if (isOfObject && settings.guid.empty()) {
-        throw UsageError("--type " + settings.listedType + " takes --guid");
+    const bool hasGuid = !settings.guid.empty();
+    if (command != importBackup && !settings.listedType.empty() &&
+        hasGuid == (settings.listedType == "server")) {
+        throw UsageError("--type " + settings.listedType +
+                         (hasGuid ? " takes no --guid" : " takes --guid"));
     }
     if (command == rotateBackups && !settings.isPacked && settings.owner.empty()) {
         throw UsageError("rotate takes --owner or --packed");
@@ -185,20 +194,18 @@ void requireSense(const Settings& settings, Command command) {
 }  // namespace
 
 std::optional<int> parseCommandLine(int argc, char** argv, Settings& settings, Command& command) {
+    requirePlainWords(argc, argv);
     CLI::App app("Backup repositories of the panel", "restorectl");
     app.set_version_flag("--version", "restorectl " RESTORECTL_VERSION);
     app.require_subcommand(1);
     app.footer(kFooter);
-    SaidPlaces said;
-    const Grammar grammar(app, settings, command, said);
+    const Grammar grammar(app, settings, command);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& ending) {
         return app.exit(ending) == 0 ? kSuccess : kWrongUsage;
     }
     requireSense(settings, command);
-    settings.repository = readPlace(said.repository, said.credentialsFile, kLogin, kPassword);
-    settings.other = readPlace(said.other, said.otherCredentialsFile, kOtherLogin, kOtherPassword);
     return std::nullopt;
 }
 

@@ -43,6 +43,11 @@ bool isSound(const std::vector<ValidationResult>& results) {
     });
 }
 
+bool isChecked(const std::vector<ValidationResult>& results) {
+    return std::all_of(results.begin(), results.end(),
+                       [](const ValidationResult& result) { return result.message.empty(); });
+}
+
 void sortByDate(std::vector<BackupInfo>& backups) {
     std::sort(backups.begin(), backups.end(), [](const BackupInfo& a, const BackupInfo& b) {
         return std::pair(a.GetDateTime(), a.path) < std::pair(b.GetDateTime(), b.path);

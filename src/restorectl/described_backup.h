@@ -17,6 +17,8 @@ std::string dateOf(const CreationDateMixin& date);
 // The words of verdicts, each with its message and what it is about; empty for none.
 std::string verdictOf(const std::vector<ValidationResult>& results);
 bool isSound(const std::vector<ValidationResult>& results);
+// Whether nothing hindered the check itself.
+bool isChecked(const std::vector<ValidationResult>& results);
 
 // The oldest first.
 void sortByDate(std::vector<BackupInfo>& backups);

@@ -1,4 +1,5 @@
 // The commands that look at backups.
+#include "commons/termination.h"
 #include "report/termination_lines.h"
 #include "restorectl/backup_commands.h"
 #include "restorectl/described_backup.h"
@@ -56,6 +57,9 @@ Report listStructured(tRepository& repository, const Settings& settings) {
                                  backup.owner_guid, backup.guid,    backup.path};
         if (settings.isChecked) {
             row.emplace_back(verdictOf(backup.validation));
+            if (!isChecked(backup.validation)) {
+                report.fail();
+            }
         }
         report.add(row);
     }
@@ -108,7 +112,12 @@ Report checkBackups(const Settings& settings, Narrator& narrator) {
     Report report = Report::ofMany("checks", {{"path", "PATH"}, {"status", "STATUS"}});
     tellErrors(report, narrator);
     for (const std::string& path : paths) {
-        checkProgramTerminated();
+        try {
+            checkProgramTerminated();
+        } catch (const MigrationTerminatedException& stop) {
+            report.fail(path + ": " + stop.what());
+            break;
+        }
         const std::vector<ValidationResult> results =
             validate(*repository, path, settings.takesStored);
         report.add({path, verdictOf(results)});
@@ -125,7 +134,7 @@ Report tellUsage(const Settings& settings, Narrator& narrator) {
     std::uint64_t size = 0;
     if (settings.listedType.empty()) {
         for (const BackupInfo& backup : findBackups(*repository, settings)) {
-            size += sizeOf(backup).bytes;
+            size = sumOfSizes(size, sizeOf(backup).bytes);
         }
     } else {
         size = repository->GetDiskUsage(settings.listedType, settings.guid, settings.owner);

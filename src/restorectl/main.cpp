@@ -1,5 +1,6 @@
 #include <sys/stat.h>
 
+#include <csignal>
 #include <iostream>
 
 #include "commons/process_start.h"
@@ -37,14 +38,23 @@ std::string withSubject(const zelvo::Settings& settings, const std::string& reas
     return isNamed ? reason : subject + ": " + reason;
 }
 
-zelvo::Report run(const zelvo::Settings& settings, zelvo::Command command) {
+zelvo::Report failed(const std::string& reason) {
+    zelvo::Report report = zelvo::Report::ofOne("", {});
+    report.fail(reason);
+    return report;
+}
+
+zelvo::Report run(zelvo::Settings& settings, zelvo::Command command) {
     zelvo::Narrator narrator(settings.isVerbose);
     try {
+        zelvo::readPlaces(settings);
         return command(settings, narrator);
     } catch (const zelvo::ExTraceable& failure) {
-        zelvo::Report report = zelvo::Report::ofOne("", {});
-        report.fail(withSubject(settings, failure.what()));
-        return report;
+        return failed(withSubject(settings, failure.what()));
+    } catch (const zelvo::UsageError&) {
+        throw;
+    } catch (const std::exception& failure) {
+        return failed(failure.what());
     }
 }
 
@@ -57,22 +67,32 @@ int runCommandLine(int argc, char** argv) {
     return print(run(settings, command), settings.asJson);
 }
 
+// A program that nohup(1) started is to outlive its terminal.
+void installHandlers() {
+    struct sigaction hangup = {};
+    sigaction(SIGHUP, nullptr, &hangup);
+    zelvo::installKillHandler();
+    if (hangup.sa_handler == SIG_IGN) {
+        signal(SIGHUP, SIG_IGN);
+    }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     zelvo::startProcess();
     // Backups hold passwords.
     umask(S_IRWXG | S_IRWXO);
-    zelvo::installKillHandler();
+    installHandlers();
     // Without the configuration file every look-up falls back on its default.
     autoprepend();
     try {
         return runCommandLine(argc, argv);
     } catch (const zelvo::UsageError& failure) {
-        std::cerr << "restorectl: " << failure.what() << '\n';
+        std::cerr << "restorectl: " << zelvo::printable(failure.what(), " ") << '\n';
         return zelvo::kWrongUsage;
     } catch (const std::exception& failure) {
-        std::cerr << "restorectl: " << failure.what() << '\n';
+        std::cerr << "restorectl: " << zelvo::printable(failure.what(), " ") << '\n';
     } catch (...) {
         std::cerr << "restorectl: an unknown failure\n";
     }

@@ -32,6 +32,7 @@ class Narrator : public DebugLog {
     // What the work went on behind since the last call: errors in words, and failures.
     std::vector<std::string> takeErrors() { return std::exchange(errors_, {}); }
     std::vector<std::string> takeFailures() { return std::exchange(failures_, {}); }
+    void addFailure(const std::string& text) { failures_.push_back(text); }
 
   private:
     // Shows the last line, again and again.

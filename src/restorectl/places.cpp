@@ -20,6 +20,7 @@ namespace {
 constexpr mode_t kOthers = S_IRWXG | S_IRWXO;
 
 const std::string kFtp = "ftp://";
+const std::string kLocal = "local:";
 
 bool isFtp(const std::string& text) { return text.starts_with(kFtp); }
 
@@ -57,12 +58,59 @@ void readCredentials(const std::string& file, Place& place) {
     }
 }
 
-void takeVariable(const std::string& name, std::string& value) {
-    if (const char* const text = std::getenv(name.c_str())) {
-        if (value.empty()) {
-            value = text;
+// The value of a variable, which nobody gets to see after that: /proc shows what the environment
+// held at first until it is overwritten.
+std::string takeVariable(const std::string& name) {
+    char* const value = std::getenv(name.c_str());
+    if (value == nullptr) {
+        return "";
+    }
+    std::string text = value;
+    explicit_bzero(value, text.size());
+    unsetenv(name.c_str());
+    return text;
+}
+
+void requireNoPassword(const std::string& login, const std::string& variables) {
+    if (login.find(':') != std::string::npos) {
+        throw UsageError("a password does not belong into a URL, where others see it: use " +
+                         variables + "PASSWORD or a credentials file");
+    }
+}
+
+// variables: how the names of the environment's begin.
+void readUrl(Place& place, const std::string& variables) {
+    const std::string login = loginOfUrl(place.text);
+    requireNoPassword(login, variables);
+    if (!login.empty()) {
+        place.login = urldecode(login);
+    }
+    place.url = urlWithoutLogin(place.text);
+}
+
+void readPath(Place& place) {
+    if (place.text.find("://") != std::string::npos) {
+        throw UsageError("a place is a local path, or a URL that begins with ftp://");
+    }
+    const std::string path =
+        place.text.starts_with(kLocal) ? place.text.substr(kLocal.size()) : place.text;
+    place.url = std::filesystem::absolute(path).string();
+}
+
+void readPlace(Place& place, const std::string& variables) {
+    if (!place.credentialsFile.empty()) {
+        readCredentials(place.credentialsFile, place);
+    }
+    for (auto [name, value] : {std::pair("LOGIN", &place.login), {"PASSWORD", &place.password}}) {
+        const std::string text = takeVariable(variables + name);
+        if (value->empty()) {
+            *value = text;
         }
-        unsetenv(name.c_str());
+    }
+    if (isFtp(place.text)) {
+        readUrl(place, variables);
+    } else if (!place.text.empty()) {
+        readPath(place);
     }
 }
 
@@ -87,28 +135,22 @@ void requirePlace(tRepository& repository) {
 
 }  // namespace
 
-Place readPlace(const std::string& text, const std::string& file, const std::string& loginVariable,
-                const std::string& passwordVariable) {
-    Place place;
-    const std::string login = isFtp(text) ? loginOfUrl(text) : "";
-    if (login.find(':') != std::string::npos) {
-        throw UsageError("a password does not belong into a URL, where others see it: use " +
-                         passwordVariable + " or a credentials file");
+void readPlaces(Settings& settings) {
+    Place& repository = settings.repository;
+    if (const char* const text = std::getenv("RESTORECTL_REPOSITORY");
+        text != nullptr && !repository.isSaid) {
+        repository.text = text;
+        repository.isSaid = true;
     }
-    if (!file.empty()) {
-        readCredentials(file, place);
+    if (repository.isSaid && repository.text.empty()) {
+        // Such as of a variable of a script that was never set.
+        throw UsageError("the repository is empty");
     }
-    takeVariable(loginVariable, place.login);
-    takeVariable(passwordVariable, place.password);
-    if (!login.empty()) {
-        place.login = urldecode(login);
+    readPlace(repository, "RESTORECTL_");
+    readPlace(settings.other, "RESTORECTL_OTHER_");
+    if (!settings.other.url.ends_with('/') && std::filesystem::is_directory(settings.other.url)) {
+        throw UsageError("'" + settings.other.text + "' is a directory: write a \"/\" behind it");
     }
-    if (isFtp(text)) {
-        place.url = urlWithoutLogin(text);
-    } else if (!text.empty()) {
-        place.url = std::filesystem::absolute(text).string();
-    }
-    return place;
 }
 
 std::unique_ptr<tRepository> openRepository(const Settings& settings) {

@@ -16,13 +16,11 @@ class UsageError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// Reads the place of an option and its credentials: the login of the URL, or else those of the
-// file, or else those of the environment's variables, whose password the process then forgets, so
-// that no child gets it. text: of the option, a URL or a path, which may be relative. file: a
-// credentials file; empty for none. Raises UsageError for a password in text, and
-// std::runtime_error for a file that cannot be read or that others can read.
-Place readPlace(const std::string& text, const std::string& file, const std::string& loginVariable,
-                const std::string& passwordVariable);
+// Completes the places with what the environment and the credentials files say: of the login the
+// URL's counts, or else the file's, or else that of the environment; the process then forgets the
+// variables, so that no child gets them. Raises UsageError for a password in a URL and for what is
+// no place, std::runtime_error for a file that cannot be read or that others can read.
+void readPlaces(Settings& settings);
 
 // The repository of the settings. Raises RepositoryError for one that cannot be reached or is no
 // directory.

@@ -1,6 +1,7 @@
 // The commands that destroy: both look before and behind, and tell what stays.
 #include <boost/algorithm/string/join.hpp>
 
+#include "commons/termination.h"
 #include "report/termination_lines.h"
 #include "repository/dump_owner.h"
 #include "repository/names.h"
@@ -8,6 +9,7 @@
 #include "restorectl/backup_commands.h"
 #include "restorectl/described_backup.h"
 #include "restorectl/places.h"
+#include "restorectl/repository_lock.h"
 
 namespace zelvo {
 
@@ -33,9 +35,21 @@ void deleteBackup(tRepository& repository, const std::string& path) {
     }
 }
 
+// A file of the repository that is no backup by its name, such as one of the archives of a
+// structured backup, is not to be deleted by itself.
+void requireArchiveName(const std::string& path) {
+    std::string before;
+    std::string behind;
+    if (!isStructured(path) &&
+        (!IsFtpDumpName(fileNameOf(path)) || IsAnyDiscoveredPath(path, before, behind))) {
+        throw EXC(RepositoryError) % ("'" + path + "' is no name of a backup");
+    }
+}
+
 // Adds the row of one backup.
 void deleteOne(tRepository& repository, const std::string& path, const Settings& settings,
                Report& report) {
+    requireArchiveName(path);
     if (isPartOfAnother(repository, path)) {
         report.add({path, kKept, "is part of another backup", Paths()});
         report.fail();
@@ -67,6 +81,15 @@ void rotate(tRepository& repository, const Settings& settings) {
     }
 }
 
+// A request to stop ends it, and what came of it until then is told.
+void rotateUntilStopped(tRepository& repository, const Settings& settings, Narrator& narrator) {
+    try {
+        rotate(repository, settings);
+    } catch (const MigrationTerminatedException& stop) {
+        narrator.addFailure(stop.what());
+    }
+}
+
 // What a rotation has done with an entry: it goes on behind what it cannot remove.
 std::string actionOn(tRepository& repository, const RotationDecision& decision,
                      const Settings& settings) {
@@ -85,12 +108,16 @@ Report deleteBackups(const Settings& settings, Narrator& /*narrator*/) {
     Report report = Report::ofMany(
         "backups",
         {{"path", "PATH"}, {"action", "ACTION"}, {"reason", "REASON"}, {"files", "FILES"}});
+    const RepositoryLock lock(repository->place());
     for (const std::string& path : settings.paths) {
-        checkProgramTerminated();
         try {
+            checkProgramTerminated();
             deleteOne(*repository, path, settings, report);
         } catch (const ExTraceable& failure) {
             report.fail(path + ": " + failure.what());
+        } catch (const MigrationTerminatedException& stop) {
+            report.fail(path + ": " + stop.what());
+            break;
         }
     }
     return report;
@@ -102,7 +129,8 @@ Report rotateBackups(const Settings& settings, Narrator& narrator) {
     // What the search for them met is in the reasons already.
     narrator.takeFailures();
     if (!settings.isDryRun) {
-        rotate(*repository, settings);
+        const RepositoryLock lock(repository->place());
+        rotateUntilStopped(*repository, settings, narrator);
     }
     Report report =
         Report::ofMany("backups", {{"name", "NAME"}, {"action", "ACTION"}, {"reason", "REASON"}});

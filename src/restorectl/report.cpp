@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <boost/algorithm/string/join.hpp>
+#include <boost/algorithm/string.hpp>
 #include <cstdio>
 #include <nlohmann/json.hpp>
 #include <ostream>
@@ -77,9 +77,32 @@ void printLine(std::ostream& out, const std::vector<std::string>& texts,
     out << '\n';
 }
 
-// Whether bytes at a place are the UTF-8 form of U+0080 to U+009F, some of which terminals obey.
-bool isC1Control(const std::string& text, std::size_t at) {
-    return text[at] == '\xC2' && at + 1 < text.size() && (text[at + 1] & 0xE0) == 0x80;
+// The length of the UTF-8 sequence (RFC 3629) at a place, of one character that no terminal obeys;
+// 0 for what is none.
+std::size_t harmlessSequence(const std::string& text, std::size_t at) {
+    const auto byte = [&](std::size_t i) {
+        return at + i < text.size() ? static_cast<unsigned char>(text[at + i]) : 0U;
+    };
+    const unsigned first = byte(0);
+    if (first < 0x80) {
+        return first < 0x20 || first == 0x7F ? 0 : 1;
+    }
+    const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
+    unsigned code = first & (0x7FU >> length);
+    for (std::size_t i = 1; i < length; ++i) {
+        if ((byte(i) & 0xC0U) != 0x80U) {
+            return 0;
+        }
+        code = code << 6U | (byte(i) & 0x3FU);
+    }
+    constexpr std::array<unsigned, 5> kLeast = {0, 0, 0xA0, 0x800, 0x10000};
+    const bool isSurrogate = code >= 0xD800 && code < 0xE000;
+    // These turn the order of what follows.
+    const bool isDirection =
+        (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+    return first < 0xC2 || code < kLeast[length] || code > 0x10FFFF || isSurrogate || isDirection
+               ? 0
+               : length;
 }
 
 std::string escaped(char byte) {
@@ -93,19 +116,23 @@ std::string escaped(char byte) {
 
 std::string printable(const std::string& text, const std::string& lineBreak) {
     std::string result;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '\n') {
+    for (std::size_t i = 0; i < text.size();) {
+        const std::size_t length = harmlessSequence(text, i);
+        if (length > 0) {
+            result.append(text, i, length);
+        } else if (text[i] == '\n') {
             result += lineBreak;
-        } else if (std::iscntrl(static_cast<unsigned char>(text[i])) != 0) {
-            result += escaped(text[i]);
-        } else if (isC1Control(text, i)) {
-            result += escaped(text[i]);
-            result += escaped(text[++i]);
         } else {
-            result += text[i];
+            result += escaped(text[i]);
         }
+        i += std::max<std::size_t>(length, 1);
     }
     return result;
+}
+
+void Report::fail(const std::string& text) {
+    // Reasons that a program did not give leave their heads.
+    failures_.push_back(boost::trim_right_copy_if(text, boost::is_any_of(": \n")));
 }
 
 void Report::printTable(std::ostream& out) const {

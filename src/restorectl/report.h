@@ -37,7 +37,7 @@ class Report {
     // row: a cell for each column.
     void add(std::vector<Cell> row) { rows_.push_back(std::move(row)); }
     // Of what was asked something was not done; the text says what and why.
-    void fail(const std::string& text) { failures_.push_back(text); }
+    void fail(const std::string& text);
     // The same where a row tells it.
     void fail() { hasFailed_ = true; }
     bool hasFailed() const { return hasFailed_ || !failures_.empty(); }

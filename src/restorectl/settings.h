@@ -8,6 +8,11 @@ namespace zelvo {
 
 // Where files are, and who may get at them.
 struct Place {
+    // As it was said, before its credentials are read: a URL or a path, which may be relative.
+    std::string text;
+    bool isSaid = false;
+    std::string credentialsFile;
+
     // A URL of an FTP server, without login, or a local path; empty for the panel's own repository.
     std::string url;
     std::string login;

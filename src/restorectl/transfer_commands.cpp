@@ -3,6 +3,7 @@
 #include "repository/path_guard.h"
 #include "restorectl/backup_commands.h"
 #include "restorectl/places.h"
+#include "restorectl/repository_lock.h"
 
 namespace zelvo {
 
@@ -16,14 +17,34 @@ struct ArchiveName {
     std::string whole() const { return stem + "." + extension; }
 };
 
-// given: empty for the name of the dump.
+// given: empty for the name of the dump. Raises UsageError for half a name: an export would fill in
+// the rest of it.
 ArchiveName archiveName(const std::string& given, const std::string& infoPath) {
     if (given.empty()) {
         return {GetDumpPrefix(infoPath) + "_" + GetInfoXmlsLabel(infoPath), "tgz"};
     }
     const std::size_t dot = given.rfind('.');
-    return dot == std::string::npos ? ArchiveName{given, "tgz"}
-                                    : ArchiveName{given.substr(0, dot), given.substr(dot + 1)};
+    const ArchiveName name = dot == std::string::npos
+                                 ? ArchiveName{given, "tgz"}
+                                 : ArchiveName{given.substr(0, dot), given.substr(dot + 1)};
+    if (name.stem.empty() || name.extension.empty()) {
+        throw UsageError("'" + given + "' is no name of an archive");
+    }
+    return name;
+}
+
+// What is there with the name of an archive or of a part of it would be lost or become part of it.
+void requireFree(tRepository& target, const std::string& name) {
+    Paths entries;
+    if (target.transport().IsDirExist("")) {
+        target.transport().ListDir("", entries);
+    }
+    unsigned number = 0;
+    for (const std::string& entry : entries) {
+        if (IsSplittedPart(name, entry, number)) {
+            throw EXC(RepositoryError) % ("file " + entry + " exists");
+        }
+    }
 }
 
 Report tellArchive(const tRepository& target, const std::string& name) {
@@ -64,9 +85,8 @@ Report exportBackup(const Settings& settings, Narrator& /*narrator*/) {
     std::string given;
     const auto target = openOther(settings, given);
     const ArchiveName name = archiveName(given, path);
-    if (target->transport().IsExist(name.whole())) {
-        throw EXC(RepositoryError) % ("file " + name.whole() + " exists");
-    }
+    const RepositoryLock lock(target->place());
+    requireFree(*target, name.whole());
     repository->ExportToRepo(path, *target, name.stem, name.extension);
     return tellArchive(*target, name.whole());
 }
@@ -77,6 +97,8 @@ Report copyArchive(const Settings& settings, Narrator& /*narrator*/) {
     std::string given;
     const auto target = openOther(settings, given);
     const std::string name = given.empty() ? fileNameOf(path) : given;
+    const RepositoryLock lock(target->place());
+    requireFree(*target, name);
     repository->PackedExportToRepo(path, *target, name);
     return tellArchive(*target, name);
 }
@@ -85,6 +107,7 @@ Report importBackup(const Settings& settings, Narrator& /*narrator*/) {
     const auto repository = openRepository(settings);
     std::string name;
     const auto source = openOther(settings, name);
+    const RepositoryLock lock(repository->place());
     ImportTransaction transaction(*repository);
     const DumpImportResult result =
         repository->ImportFromRepo(*source, name, settings.type, settings.guid);

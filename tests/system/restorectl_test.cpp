@@ -29,7 +29,7 @@ backup clients/7 2605041200 guid-c '<migration-dump/>' OK
 backup clients/7 2606041200 guid-c '<migration-dump/>' OK
 backup clients/7 2607041200 guid-c '<migration-dump/>' WRONG-FORMAT
 mkdir packed
-touch "packed/$(printf 'evil\302\2332J')_2605041200.tgz" packed/a_2605041200.tgz packed/a_2606041200.tgz
+touch c_2606041200.tgz1 "packed/$(printf 'evil\302\2332J')_2605041200.tgz" packed/a_2605041200.tgz packed/a_2606041200.tgz
 )";
 
 class Restorectl : public testing::Test {
@@ -62,12 +62,22 @@ TEST_F(Restorectl, AnswersByItsExitStatus) {
         {"rotate --keep -1 --owner o b_info", 2, "--keep"},
         {"rotate --keep 1 b_info", 2, "--owner or --packed"},
         {"export b_info_2605041200.xml --to ftp://", 2, "has no directory"},
+        {"list --repository ''", 2, "the repository is empty"},
+        {"list --repository ftps://night:secret@h/d", 2, "begins with ftp://"},
+        {"list --type server --guid g", 2, "takes no --guid"},
+        {"check --owner o b_info_2605041200.xml", 2, "--owner"},
+        {"copy packed/a_2605041200.tgz --to packed", 2, "is a directory"},
+        {"export b_info_2605041200.xml --to packed/.tgz", 2, "is no name of an archive"},
+        {"export b_info_2605041200.xml --to packed/x.", 2, "is no name of an archive"},
         {"list --repository /none", 1, "repository '/none' cannot be opened"},
         {"list --credentials-file /none", 1, "credentials file '/none' cannot be read"},
         {"show clients/7/b_info_2601041200.xml", 1, "b_info_2601041200"},
         {"check --stored clients/7/b_info_2606041200.xml", 0, ""},
         {"check --stored clients/7/b_info_2607041200.xml", 1, ""},
         {"import --from packed/a_2605041200.tgz --guid guid-c", 1, "a_2605041200.tgz"},
+        {"copy packed/a_2606041200.tgz --to ./c_2606041200.tgz", 1, "c_2606041200.tgz1 exists"},
+        {"delete '[b_info_2605041200.xml,x]'", 2, "write './[b_info_2605041200.xml,x]'"},
+        {"delete ./[b_info_2605041200.xml,x] clients/7/b_x_2605041200.tar1", 1, "tar1"},
         {"delete packed/none_2605041200.tgz packed/a_2605041200.tgz", 1, "none_2605041200"},
         {"list > /dev/full", 1, "standard output could not be written"},
     };
@@ -145,6 +155,14 @@ TEST_F(Restorectl, RemovesWhatItsDryRunTells) {
     EXPECT_THAT(dumps(), HasSubstr("./clients/7/b_x_2605041200.tar\n"));
     EXPECT_THAT(dumps(), testing::Not(testing::AnyOf(HasSubstr("a_2606041200.tgz"),
                                                      HasSubstr("clients/7/b_x_2606041200.tar"))));
+}
+
+// Catches: a variable of the environment that wins over what was said.
+TEST_F(Restorectl, WorksWhereItIsTold) {
+    const std::string away =
+        "mkdir -p /tmp/away; RESTORECTL_REPOSITORY=/tmp/away \"$0\" backup list";
+    EXPECT_THAT(inBox(away).out, testing::Not(HasSubstr("guid")));
+    EXPECT_THAT(inBox(away + " --repository " + kDumps).out, HasSubstr("guid-s"));
 }
 
 // Catches: a password that a child of the program or anybody else on the machine can read.
