@@ -42,7 +42,14 @@ void requireDump(tRepositoryTransport& transport, const std::string& path) {
     }
 }
 
-// path: of the archive.
+// Leaves of what was found the info document and its items, by which the rest is found again.
+void keepDocument(DumpFiles& found, const std::string& infoPath) {
+    std::erase(found.files, infoPath);
+    std::erase(found.discovered, GetDiscoveredDir(infoPath));
+}
+
+}  // namespace
+
 void requireOwnParts(tRepositoryTransport& transport, const std::string& path, const Paths& parts) {
     if (IsPartOfArchive(transport, path)) {
         throw EXC(RepositoryError) % ("file " + path + " is part of another archive");
@@ -54,8 +61,6 @@ void requireOwnParts(tRepositoryTransport& transport, const std::string& path, c
         }
     }
 }
-
-}  // namespace
 
 void tRepository::DeleteBackup(const std::string& path) {
     LogStep(logPrefix_ + "Delete backup " + path);
@@ -69,6 +74,9 @@ void tRepository::DeleteBackup(const std::string& path) {
     }
     DumpFiles found = FindDumpFiles(*transport_, infoPath);
     log("Found " + std::to_string(found.files.size()) + " files for deleting");
+    if (!found.skipped.empty()) {
+        keepDocument(found, infoPath);
+    }
     // The info document last: a deletion that fails on the way can be tried again.
     std::stable_partition(found.files.begin(), found.files.end(), [&](const std::string& file) {
         return fileNameOf(file) != fileNameOf(infoPath);
@@ -83,6 +91,10 @@ void tRepository::DeleteBackup(const std::string& path) {
     for (const std::string& dir : directoriesOf(found, parentOf(infoPath))) {
         toleratedInWords([&] { transport_->DeleteEmptyDir(dir); }, "unknown error",
                          [&](const std::string& reason) { log(notDeleted(dir, reason)); });
+    }
+    if (!found.skipped.empty()) {
+        throw EXC(RepositoryError) % ("backup '" + path + "' is deleted in part: directory '" +
+                                      found.skipped.front() + "' could not be searched");
     }
 }
 

@@ -29,6 +29,9 @@ class DumpContent {
     // and label. path: as normalPath gives it.
     bool claims(const std::string& path) const;
 
+    // The content files; none of a document that cannot be read.
+    const std::set<std::string>& paths() const { return paths_; }
+
   private:
     bool read(tRepositoryTransport& transport);
 
@@ -56,5 +59,10 @@ class StructuredContent {
     std::map<std::string, std::vector<std::string>> listings_;
     std::map<std::string, DumpContent> contents_;
 };
+
+// Raises RepositoryError for an archive that is part of another one, and for one whose parts are
+// content of a structured backup. path: of the archive, parts: of all its files.
+void requireOwnParts(tRepositoryTransport& transport, const std::string& path,
+                     const std::vector<std::string>& parts);
 
 }  // namespace zelvo

@@ -33,17 +33,6 @@ std::vector<std::string> listedWithDiscovered(tRepositoryTransport& transport,
     return names;
 }
 
-// Runs a part of a search; a directory that cannot be listed ends it.
-template <class Part>
-void searchPart(const std::string& dir, Part&& part) {
-    try {
-        part();
-    } catch (const ExTraceable& failure) {
-        LogMsg(failure);
-        LogMsg("Unable to list dir " + dir);
-    }
-}
-
 bool isFile(tRepositoryTransport& transport, const std::string& path) {
     return transport.IsExist(path) && !transport.IsDirExist(path);
 }
@@ -84,7 +73,7 @@ class DumpSearch {
     void take(const std::string& name, const std::string& path, int depth) {
         if (transport_.IsLink(path) && transport_.IsDirExist(path)) {
             // What it leads to is another object's, or of no repository at all.
-            LogError("The dir " + path + " is a link and is not searched");
+            skip(path, "is a link");
         } else if (name == DISCOVERED) {
             takeDiscovered(path);
         } else if (transport_.IsDirExist(path)) {
@@ -110,13 +99,32 @@ class DumpSearch {
         if (depth <= kMaxDepth) {
             searchIn(dir, depth);
         } else {
-            LogError("The dir " + dir + " lies too deep for a dump and is not searched");
+            skip(dir, "lies too deep for a dump");
         }
     }
 
+    // Runs a part of a search, which a directory that cannot be listed ends.
+    template <class Part>
+    void searchPart(const std::string& dir, Part&& part) {
+        try {
+            part();
+        } catch (const ExTraceable& failure) {
+            LogMsg(failure);
+            LogMsg("Unable to list dir " + dir);
+            found_.skipped.push_back(dir);
+        }
+    }
+
+    void skip(const std::string& dir, const std::string& reason) {
+        LogError("The dir " + dir + " " + reason + " and is not searched");
+        found_.skipped.push_back(dir);
+    }
+
     bool isPartOfDump(const std::string& name) const {
+        // The parts of a split archive have its name and a number behind it.
+        const std::string whole = name.substr(0, name.find_last_not_of("0123456789") + 1);
         const bool isArchive =
-            name.ends_with(".zip") || name.ends_with(".tar") || name.ends_with(".tgz");
+            whole.ends_with(".zip") || whole.ends_with(".tar") || whole.ends_with(".tgz");
         return InfoXmlMatchToLabel(name, label_) ||
                (isArchive && IsContentName(name, prefix_, label_));
     }

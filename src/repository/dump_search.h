@@ -15,6 +15,9 @@ struct DumpFiles {
     std::vector<std::string> files;
     // The discovered directories.
     std::vector<std::string> discovered;
+    // The directories that were not searched: links, those that cannot be listed and those that lie
+    // too deep. Each may hold more of the dump.
+    std::vector<std::string> skipped;
 };
 
 // Whether dir holds the info document of a dump. orDiscovered: a discovered directory of it will

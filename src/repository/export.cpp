@@ -20,10 +20,33 @@ std::string pathBelow(const std::string& dir, const std::string& path) {
     return path.substr(joinPath(dir, "").size());
 }
 
+// An archive that lacks what its documents name would look like a backup until it is restored. Of a
+// document that cannot be read only the search tells.
+void requireWhole(tRepositoryTransport& transport, const DumpFiles& found) {
+    if (!found.skipped.empty()) {
+        throw EXC(RepositoryError) % ("directory '" + found.skipped.front() +
+                                      "' could not be searched for the files of the backup");
+    }
+    const std::set<std::string> files(found.files.begin(), found.files.end());
+    for (const std::string& infoPath : found.files) {
+        if (!infoPath.ends_with(".xml")) {
+            continue;
+        }
+        const DumpContent content(transport, infoPath);
+        for (const std::string& path : content.paths()) {
+            if (!files.contains(path)) {
+                throw EXC(RepositoryError) %
+                    ("content file '" + path + "' was not found among the files of the backup");
+            }
+        }
+    }
+}
+
 // The files of a dump but for its info document, below the directory of that.
 Paths listDump(tRepositoryTransport& transport, const std::string& infoPath) {
     const std::string dir = parentOf(infoPath);
     const DumpFiles found = FindDumpFiles(transport, infoPath);
+    requireWhole(transport, found);
     Paths files;
     for (const std::string& file : found.files) {
         if (file != joinPath(dir, fileNameOf(infoPath))) {
@@ -40,21 +63,6 @@ Paths listDump(tRepositoryTransport& transport, const std::string& infoPath) {
     return files;
 }
 
-// An archive that lacks what the document names would look like a backup until it is restored.
-// files: relative to the directory of the document, as contentPath writes them.
-void requireContent(tInfoXmlReader& reader, const std::string& infoName, const Paths& files) {
-    const std::set<std::string> found(files.begin(), files.end());
-    for (const ContentEntry& entry : reader.ReadContent()) {
-        for (const std::string& file : entry.files) {
-            const std::string path = contentPath(infoName, entry, file);
-            if (!found.contains(path)) {
-                throw EXC(RepositoryError) %
-                    ("content file '" + path + "' was not found among the files of the backup");
-            }
-        }
-    }
-}
-
 }  // namespace
 
 void tRepository::ExportToRepo(const std::string& path, tRepository& target,
@@ -67,7 +75,6 @@ void tRepository::ExportToRepo(const std::string& path, tRepository& target,
     const std::string name =
         filename.empty() ? GetDumpPrefix(infoPath) + "_" + GetInfoXmlsLabel(infoPath) : filename;
     const Paths files = listDump(*transport_, infoPath);
-    requireContent(reader, fileNameOf(infoPath), files);
     reader.Sign();
     copyLocalFile(reader.GetLocalPath(), signedInfo);
     target.PackFromRepo(*this, parentOf(infoPath), files, name,

@@ -1,6 +1,7 @@
 // The half of tRepository that turns an archive into a structured backup.
 #include <algorithm>
 #include <boost/algorithm/string/join.hpp>
+#include <set>
 
 #include "repository/archive_extraction.h"
 #include "repository/archive_listing.h"
@@ -58,40 +59,71 @@ PackedDump readPackedDump(const Paths& volumes, const std::string& archive) {
     return dump;
 }
 
+// The one value of an item. what: the item's name for people.
+std::string onlyValue(const Paths& items, const char* item, const std::string& what) {
+    std::string value;
+    if (std::count_if(items.begin(), items.end(), [&](const std::string& path) {
+            return readDiscoveredItem(fileNameOf(path), item, value);
+        }) > 1) {
+        refuse("Dump has more than one " + what);
+    }
+    return value;
+}
+
 // Where the dump goes in a repository.
 std::string destinationOf(const PackedDump& dump) {
     const std::string group = GetObjectTypeGroupDir(dump.type);
     if (group.empty()) {
         return "";
     }
-    std::string id;
-    if (std::count_if(dump.items.begin(), dump.items.end(), [&](const std::string& item) {
-            return readDiscoveredItem(fileNameOf(item), D_ITEM_OBJECT_ID, id);
-        }) > 1) {
-        refuse("Dump has more than one object id");
-    }
+    onlyValue(dump.items, D_ITEM_OBJECT_ID, "object id");
     return joinPath(group, GetObjectId(dump.items));
 }
 
 // Refuses a dump that would come among those of another object: the id is what the archive says.
+// Dumps without a GUID tell nothing.
 void requireOwnId(tRepositoryTransport& transport, const std::string& dest, const Paths& items) {
-    if (dest.empty() || !transport.IsDirExist(dest) || !transport.IsDirExist(DISCOVERED)) {
+    const std::string guid = onlyValue(items, D_ITEM_GUID, "guid");
+    const std::string dumps = joinPath(dest, DISCOVERED);
+    if (dest.empty() || !transport.IsDirExist(dumps)) {
         return;
     }
-    Paths index;
-    transport.ListDir(DISCOVERED, index);
-    const std::string id = fileNameOf(dest);
-    const auto isOfId = [&](const std::string& entry) { return entry.ends_with("_" + id); };
-    const auto isOwn = [&](const std::string& entry) {
-        return std::any_of(items.begin(), items.end(), [&](const std::string& item) {
-            return fileNameOf(item) + "_" + id == std::string(D_ITEM_GUID) + "_" + entry;
-        });
-    };
-    if (std::any_of(index.begin(), index.end(), isOfId) &&
-        std::none_of(index.begin(), index.end(), isOwn)) {
+    Paths names;
+    transport.ListDir(dumps, names);
+    bool isAnothers = false;
+    for (const std::string& name : names) {
+        Paths entries;
+        if (transport.IsDirExist(joinPath(dumps, name))) {
+            transport.ListDir(joinPath(dumps, name), entries);
+        }
+        std::string other;
+        for (const std::string& entry : entries) {
+            readDiscoveredItem(entry, D_ITEM_GUID, other);
+        }
+        if (!other.empty() && other == guid) {
+            return;
+        }
+        isAnothers = isAnothers || !other.empty();
+    }
+    if (isAnothers) {
         throw ImportException(
-            EXC(ImportError) % ("Object id '" + id + "' is that of another object"),
+            EXC(ImportError) % ("Object id '" + fileNameOf(dest) + "' is that of another object"),
             DumpImportStatus::kOfAnotherOwner);
+    }
+}
+
+// The archiver is kept from going through links, and would stop in the middle.
+void requireNoLinks(tRepositoryTransport& transport, const std::string& dest, const Paths& files) {
+    std::set<std::string> dirs;
+    for (const std::string& file : files) {
+        for (auto end = file.find('/'); end != std::string::npos; end = file.find('/', end + 1)) {
+            dirs.insert(file.substr(0, end));
+        }
+    }
+    for (const std::string& dir : dirs) {
+        if (transport.IsLink(joinPath(dest, dir))) {
+            refuse("'" + joinPath(dest, dir) + "' is a link");
+        }
     }
 }
 
@@ -115,6 +147,7 @@ DumpImportResult tRepository::ImportFromRepo(tRepository& source, const std::str
         requireOwnId(*transport_, dest, dump.items);
         Paths statuses;
         CheckImportedFiles(dump.infoName, dump.files, D_ITEM_STATUS, statuses);
+        requireNoLinks(*transport_, dest, dump.files);
         noteImport(dest, dump.files);
         finishImport(dest, dump.infoName,
                      source.unpackNoted(parts, *this, dest, {}, MemberAttributes::kDropped));

@@ -146,10 +146,10 @@ void tRepository::putArchive(const std::string& localFile, const std::string& fi
         return;
     }
     log("Put file from " + localFile + " to " + file);
-    const std::string half = file + ".new-" + std::to_string(getpid());
+    const std::string half = joinPath(parentOf(file), ".new-" + std::to_string(getpid()));
     const TempFileGuard guard(transport_->GetFullPath(half));
-    noteNew(file);
     putAs(localFile, half, file);
+    noteNew(file);
     boost::system::error_code error;
     boost::filesystem::rename(guard.path(), transport_->GetFullPath(file), error);
     if (error) {

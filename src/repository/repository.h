@@ -212,9 +212,9 @@ class tRepository {
     // Put without its line in the log, to another name. repoFile: the one for messages.
     void putAs(const std::string& localFile, const std::string& writtenFile,
                const std::string& repoFile);
-    // Notes in the transaction what is not there yet of a path: the entry, a directory if it ends
+    // Notes in the transaction what is not there yet of a path: the entry (a directory if it ends
     // in
-    // "/", and the directories above it, which are made with a file.
+    // "/") and the directories above it, which are made with a file.
     void noteNew(const std::string& path);
     // Makes the directory if there is none.
     void requireDir(const std::string& path);

@@ -10,6 +10,7 @@
 #include "repository/repository.h"
 #include "repository/repository_log.h"
 #include "repository/rotation.h"
+#include "repository/tolerated.h"
 
 namespace zelvo {
 
@@ -57,14 +58,11 @@ class FoundBackups {
         if (!FileMatchToPrefix(stem, mask_.prefix) || !IsLabel(label)) {
             return "has invalid rotation prefix '" + mask_.prefix + "'";
         }
-        if (IsPartOfArchive(transport_, joinPath(dir_, stem + mask_.extension))) {
-            return "is part of another archive";
+        std::string reason = whyForeign(stem, name);
+        if (reason.empty()) {
+            byLabel_[label].insert(name);
         }
-        if (content_.holds(joinPath(dir_, name))) {
-            return "is content of a structured backup";
-        }
-        byLabel_[label].insert(name);
-        return "";
+        return reason;
     }
 
     // A part without the archive that it belongs to makes no backup.
@@ -81,6 +79,21 @@ class FoundBackups {
     }
 
   private:
+    // Why a file may be of something else; empty for one that is not.
+    std::string whyForeign(const std::string& stem, const std::string& name) {
+        std::string reason;
+        toleratedInWords(
+            [&] {
+                if (IsPartOfArchive(transport_, joinPath(dir_, stem + mask_.extension))) {
+                    reason = "is part of another archive";
+                } else if (content_.holds(joinPath(dir_, name))) {
+                    reason = "is content of a structured backup";
+                }
+            },
+            "unknown error", [&](const std::string& told) { reason = "is left: " + told; });
+        return reason;
+    }
+
     // A long listing of FTP shows of a name with blanks what is behind the last one: that would
     // count as a backup and push out one that is there.
     bool isFile(const std::string& name) const {

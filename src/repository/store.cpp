@@ -54,7 +54,7 @@ void tRepository::putAs(const std::string& localFile, const std::string& written
     std::ifstream in = openLocalFile(localFile);
     const std::unique_ptr<orepostream> out = openToWrite(writtenFile);
     inWords<&StreamPipeError>(localFile + " to " + repoFile + ":\n", [&] {
-        if (!isRegular(localFile) || !transport_->SendFile(localFile, repoFile)) {
+        if (!isRegular(localFile) || !transport_->SendFile(localFile, writtenFile)) {
             Pipe(in, *out);
             out->close();
         }

@@ -3,6 +3,7 @@
 
 #include "commons/termination.h"
 #include "report/termination_lines.h"
+#include "repository/dump_content.h"
 #include "repository/dump_owner.h"
 #include "repository/names.h"
 #include "repository/path_guard.h"
@@ -58,6 +59,9 @@ void deleteOne(tRepository& repository, const std::string& path, const Settings&
     const Paths files = filesOf(repository, path);
     if (files.empty()) {
         throw EXC(RepositoryError) % ("file " + path + " not exists");
+    }
+    if (!isStructured(path)) {
+        requireOwnParts(repository.transport(), path, files);
     }
     if (!settings.isDryRun) {
         deleteBackup(repository, path);

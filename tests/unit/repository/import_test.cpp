@@ -113,6 +113,7 @@ TEST_F(Import, RefusesWhatIsNotOneDumpOfTheOwner) {
         {"sed -i s/client/server/g p_info_1203011530.xml", " Dump does not match to type client"},
         {"touch $i/objectid_8", "Dump has more than one object id"},
         {"mv $i/objectid_7 $i/objectid_8", "Object id '8' is that of another object"},
+        {"touch $i/GUID_V && mv $i/objectid_7 $i/objectid_8", "Dump has more than one guid"},
         {"mv $i/objectid_7 $i/objectid_..", "is no single component"},
         {"mv $i/GUID_G $i/GUID_", "is no single component"},
         {"mkdir $i/GUID_H && touch $i/GUID_H/x", "is no single component"},
@@ -125,7 +126,8 @@ TEST_F(Import, RefusesWhatIsNotOneDumpOfTheOwner) {
          "p_z_1203011530.tgz",
          "file 'clients/9/p_there_1203011530.tgz' exists"},
     };
-    const std::string there = ".discovered/V_8 clients/8/x clients/9/p_there_1203011530.tgz ";
+    const std::string there =
+        ".discovered/G_8 clients/8/.discovered/x/GUID_V clients/9/p_there_1203011530.tgz ";
     for (const auto& row : rows) {
         std::filesystem::remove_all(dir_.path("r"));
         make(there);

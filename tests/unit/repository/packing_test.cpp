@@ -28,12 +28,13 @@ TEST_F(Packing, ExportsOneDumpSigned) {
     makeDump(info, "O", "<admin>" + content + "</admin>\n");
     make(
         "clients/7/p_x_1203011530.tgz clients/7/d/p_y_1203011530.tar clients/7/p_x_1203011531.tgz "
+        "clients/7/p_x_1203011530.tgz1 "
         "clients/7/q_x_1203011530.tgz");
     const std::string items = ".discovered/p_info_1203011530/";
-    const std::string members =
-        sorted("p_info_1203011530.xml p_x_1203011530.tgz d/p_y_1203011530.tar " + items +
-               "GUID_G " + items + "objectid_7 " + items + "owner_O " + items +
-               "ownertype_server " + items + "size_5");
+    const std::string members = sorted(
+        "p_info_1203011530.xml p_x_1203011530.tgz p_x_1203011530.tgz1 d/p_y_1203011530.tar " +
+        items + "GUID_G " + items + "objectid_7 " + items + "owner_O " + items +
+        "ownertype_server " + items + "size_5");
     repository_.Export(info, dir_.path("other/"), "", false);
     EXPECT_EQ(members, membersOf("other/p_1203011530.tgz"));
     EXPECT_EQ("\x1f\x8b", contentOf(dir_.path("other/p_1203011530.tgz")).substr(0, 2));
@@ -46,8 +47,9 @@ TEST_F(Packing, ExportsOneDumpSigned) {
               messageOf([&] { repository_.Export(info, dir_.path("other/b.tar"), "", false); }));
     std::filesystem::remove(dir_.path("r/clients/7/d/p_y_1203011530.tar"));
     dir_.write("r/" + info, "<admin>" + content + "</admin>");
-    EXPECT_EQ("content file 'd/p_y_1203011530.tar' was not found among the files of the backup",
-              messageOf([&] { repository_.Export(info, dir_.path("other/b.tar"), "", false); }));
+    EXPECT_EQ(
+        "content file 'clients/7/d/p_y_1203011530.tar' was not found among the files of the backup",
+        messageOf([&] { repository_.Export(info, dir_.path("other/b.tar"), "", false); }));
     EXPECT_EQ("p_1203011530.tgz sub.tar ", files(dir_.path("other")));
     for (const std::string url : {"x.tgz", "ftp://host", "FTP://host"}) {
         EXPECT_EQ("url '" + url + "' has no directory",
@@ -72,7 +74,7 @@ TEST_F(Packing, PacksWhatStandsInADirectory) {
     // A disk that is full costs neither the archive that is there nor leaves half a one.
     const std::string good = contentOf(dir_.path("other/x/all.tar"));
     std::filesystem::create_symlink("/dev/full",
-                                    dir_.path("other/x/all.tar.new-" + std::to_string(getpid())));
+                                    dir_.path("other/x/.new-" + std::to_string(getpid())));
     EXPECT_NE("", messageOf([&] { other_.PackFromRepo(repository_, "a", "x/all.tar"); }));
     EXPECT_EQ(good, contentOf(dir_.path("other/x/all.tar")));
     const std::string told = messageOf([&] {

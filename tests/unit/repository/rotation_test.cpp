@@ -143,7 +143,8 @@ TEST_F(Rotation, DeletesOneBackupAndNoFileOfAnother) {
         std::string left;
     } rows[] = {
         {"c/p_info" + L + ".xml",
-         "c/p_info_1203011530.xml c/p_x_1203011530.tgz c/d/p_y_1203011530.zip c/p_x_1203011531.tgz "
+         "c/p_info_1203011530.xml c/p_x_1203011530.tgz c/p_x_1203011530.tgz1 "
+         "c/d/p_y_1203011530.zip c/p_x_1203011531.tgz "
          "c/p_1203011530.tgz "
          "c/d/q_y_1203011530.tgz c/.discovered/p_info_1203011530/a "
          "c/.discovered/p_info_1203011531/a c/p_x_1203011530.txt e/p_x_1203011530.tgz",
@@ -194,8 +195,11 @@ TEST_F(Rotation, DeletesOneBackupAndNoFileOfAnother) {
     make("c/p_info_1203011530.xml e/p_x_1203011530.tgz e/.discovered/p_info_1203011530/a");
     std::filesystem::create_symlink("../e", dir_.path("r/c/d"));
     std::filesystem::create_symlink("../e/.discovered", dir_.path("r/c/.discovered"));
-    repository_.DeleteBackup("c/p_info_1203011530.xml");
+    const std::string linked = "c/p_info_1203011530.xml";
+    EXPECT_NE("", messageOf([&] { repository_.DeleteBackup(linked); }));
     EXPECT_EQ(".discovered/p_info_1203011530/a p_x_1203011530.tgz ", files(dir_.path("r/e")));
+    // The document stays, so that the rest can be deleted later.
+    EXPECT_TRUE(std::filesystem::exists(dir_.path("r/" + linked)));
     std::filesystem::remove_all(dir_.path("r"));
     // What the other document names is the other's, whatever its name and however it is written.
     const std::string own = "p_a_info_1203011530.xml";
