@@ -40,7 +40,8 @@ connect_from_port_20=NO
 )";
 
 constexpr char kPyftpdlibScript[] = R"(
-import sys
+import logging, sys
+logging.basicConfig(level=logging.ERROR)  # nobody reads what it tells
 from pyftpdlib.authorizers import DummyAuthorizer
 from pyftpdlib.handlers import FTPHandler
 from pyftpdlib.servers import FTPServer

@@ -2,20 +2,32 @@
 
 #include <algorithm>
 
+#include "commons/termination.h"
 #include "repository/repository_log.h"
 
 namespace zelvo {
 
 namespace {
 
-// Removes each entry in order; the failure of one is told.
+// Removes an entry; its failure is told.
+template <class Remove>
+void removeOne(const std::string& path, Remove&& remove) {
+    try {
+        remove(path);
+    } catch (const ExTraceable& failure) {
+        LogMsg(failure);
+    }
+}
+
+// Removes each entry in order. A request to stop is raised once, and then no more: it must not
+// leave what is to be undone.
 template <class Remove>
 void removeEach(const std::vector<std::string>& paths, Remove&& remove) {
     for (const std::string& path : paths) {
         try {
-            remove(path);
-        } catch (const ExTraceable& failure) {
-            LogMsg(failure);
+            removeOne(path, remove);
+        } catch (const MigrationTerminatedException&) {
+            removeOne(path, remove);
         }
     }
 }

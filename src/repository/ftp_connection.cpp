@@ -136,7 +136,13 @@ bool tFtpConnection::knowsLoginDirectory() const {
 
 CURLcode tFtpConnection::performOnce(bool& isStale) {
     const OperationWatch watch(curl_.get(), s_silenceLimit);
-    const CURLcode code = kept_.perform(curl_.get());
+    CURLcode code = CURLE_OK;
+    try {
+        code = kept_.perform(curl_.get());
+    } catch (...) {
+        replyBeforeTransfer_ = watch.replyBeforeTransfer();
+        throw;
+    }
     replyBeforeTransfer_ = watch.replyBeforeTransfer();
     isStale = !watch.hasAnswer() && wasEnded(code);
     return watch.isOver() ? CURLE_OPERATION_TIMEDOUT : code;

@@ -7,9 +7,11 @@
 #include <cstring>
 #include <memory>
 
+#include "commons/termination.h"
 #include "repository/ftp_connection.h"
 #include "repository/ftp_url.h"
 #include "repository/repository_log.h"
+#include "repository/tolerated.h"
 
 namespace zelvo {
 
@@ -32,6 +34,22 @@ LocalFile openLocal(const std::string& path, const char* mode, const char* purpo
 // The server's answer to SIZE (RFC 3659, 4).
 constexpr int kNoSuchFile = 550;
 
+// Runs a transfer; undo removes what it left when it failed or the run was asked to stop.
+template <class Transfer, class Undo>
+CURLcode undoneWhenStopped(Transfer&& transfer, Undo&& undo) {
+    CURLcode code = CURLE_OK;
+    try {
+        code = transfer();
+    } catch (const MigrationTerminatedException&) {
+        undo();
+        throw;
+    }
+    if (code != CURLE_OK) {
+        undo();
+    }
+    return code;
+}
+
 curl_off_t sizeOf(FILE* file) {
     struct stat info {};
     return fstat(fileno(file), &info) == 0 ? info.st_size : -1;
@@ -41,10 +59,8 @@ curl_off_t sizeOf(FILE* file) {
 
 void tFtpConnection::DownloadFile(const std::string& localFile) {
     LogMsg("Ftp download file from " + urlWithoutLogin(url_) + " to " + localFile);
-    const CURLcode code = download(localFile);
-    if (code != CURLE_OK) {
-        unlink(localFile.c_str());
-    }
+    const CURLcode code =
+        undoneWhenStopped([&] { return download(localFile); }, [&] { unlink(localFile.c_str()); });
     CheckCurlRes(code);
 }
 
@@ -67,10 +83,8 @@ void tFtpConnection::UploadFile(const std::string& localFile) {
     const LocalFile file = openLocal(localFile, "rb", "for read");
     const curl_off_t size = sizeOf(file.get());
     LogMsg("File size: " + std::to_string(size));
-    const CURLcode code = upload(file.get(), size);
-    if (code != CURLE_OK && replyBeforeTransfer_ == kNoSuchFile) {
-        dropHalf();
-    }
+    const CURLcode code =
+        undoneWhenStopped([&] { return upload(file.get(), size); }, [this] { dropHalf(); });
     CheckCurlRes(code);
 }
 
@@ -92,13 +106,18 @@ CURLcode tFtpConnection::upload(FILE* file, curl_off_t length) {
     return code;
 }
 
-// What has come to the server of a file would be taken for the whole one.
+// What has come to the server of a file would be taken for the whole one. What was there before the
+// upload stays.
 void tFtpConnection::dropHalf() {
-    Init(url_, login_, password_);
-    const CURLcode code = sendFromParent("DELE " + GetShortFileName(url_));
-    if (code != CURLE_OK) {
-        tellCurlError(code);
+    if (replyBeforeTransfer_ != kNoSuchFile) {
+        return;
     }
+    toleratedInWords(
+        [this] {
+            Init(url_, login_, password_);
+            CheckCurlRes(sendFromParent("DELE " + GetShortFileName(url_)));
+        },
+        "unknown error", [](const std::string& reason) { LogError("Error: " + reason); });
 }
 
 std::size_t tFtpConnection::FileWrite(char* data, std::size_t size, std::size_t count,

@@ -94,6 +94,7 @@ void tRepositoryFtp::DeleteEmptyDir(const std::string& path) {
     inTransportWords("unable to delete directory: ", [&] {
         std::vector<std::string> names;
         at(requireInside(path)).List(names);
+        addHidden(path, names);
         if (names.empty()) {
             at(path).DeleteDir();
         }

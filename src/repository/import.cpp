@@ -120,9 +120,9 @@ void requireNoLinks(tRepositoryTransport& transport, const std::string& dest, co
             dirs.insert(file.substr(0, end));
         }
     }
-    for (const std::string& dir : dirs) {
-        if (transport.IsLink(joinPath(dest, dir))) {
-            refuse("'" + joinPath(dest, dir) + "' is a link");
+    for (const std::string& below : dirs) {
+        if (transport.IsLink(joinPath(dest, below))) {
+            refuse("'" + joinPath(dest, below) + "' is a link");
         }
     }
 }

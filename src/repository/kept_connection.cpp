@@ -75,7 +75,11 @@ CURLcode KeptConnection::finish() {
     while (true) {
         CURLMcode code = curl_multi_perform(multi_.get(), &running);
         if (running == 0) {
-            return resultIn(multi_.get());
+            const CURLcode result = resultIn(multi_.get());
+            if (result == CURLE_ABORTED_BY_CALLBACK) {
+                heedRequestToStop();
+            }
+            return result;
         }
         heedRequestToStop();
         if (code == CURLM_OK) {

@@ -174,6 +174,7 @@ void tRepository::listBackups(const Paths& dirs, const std::string& type, Backup
                 [&] { lister.append(dir, name); }, "unknown error",
                 [&](const std::string& reason) {
                     LogError(logPrefix_ + notRetrieved(joinPath(dir, name + ".xml"), reason));
+                    raiseIfLost(*transport_);
                 });
         }
     }

@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 
+#include "commons/termination.h"
+
 namespace zelvo {
 
 namespace {
@@ -57,7 +59,9 @@ int OperationWatch::Progress(void* watch, curl_off_t /*toReceive*/, curl_off_t r
                              curl_off_t /*toSend*/, curl_off_t sent) noexcept {
     auto& self = *static_cast<OperationWatch*>(watch);
     self.lookAt(received, sent);
-    return self.isOver() ? 1 : 0;
+    // Where libcurl waits for the last reply of a transfer nobody else can ask.
+    const bool isStopped = isTerminationRequested() && !isTerminationTold();
+    return self.isOver() || isStopped ? 1 : 0;
 }
 
 }  // namespace zelvo

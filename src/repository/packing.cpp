@@ -114,7 +114,9 @@ void tRepository::PackFromRepo(tRepository& source, const std::string& dir, cons
 
 void tRepository::pack(tRepository& source, const std::string& dir, const Paths& files,
                        const Paths& additionalFiles, const std::string& file) {
-    if (isFarAway(*transport_) && transport_->IsExist(file)) {
+    // Of a directory that is not there yet a server tells nothing.
+    if (isFarAway(*transport_) && transport_->IsDirExist(parentOf(file)) &&
+        transport_->IsExist(file)) {
         throw EXC(RepositoryError) % ("file " + file + " exists");
     }
     TempFileGuard archive(GetTempFilePath());

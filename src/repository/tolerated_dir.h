@@ -8,6 +8,9 @@
 
 namespace zelvo {
 
+// Raises the failure that is being handled if the whole place no longer answers.
+void raiseIfLost(tRepositoryTransport& transport);
+
 // Tells in the log, as an error, that a directory cannot be listed. Raises the failure that is
 // being handled if the whole place no longer answers.
 void tellUnlistedDir(tRepositoryTransport& transport, const std::string& dir,

@@ -174,7 +174,7 @@ void requirePlainWords(int argc, char** argv) {
     for (int i = 1; i < argc; ++i) {
         const std::string word = argv[i];
         if (word == "++" || (word.starts_with('[') && word.ends_with(']'))) {
-            throw UsageError("'" + word + "' is ambiguous: write './" + word + "'");
+            throw UsageError("'" + word + "' is ambiguous: write \"./\" in front of it");
         }
     }
 }

@@ -80,6 +80,10 @@ void requireNoPassword(const std::string& login, const std::string& variables) {
 
 // variables: how the names of the environment's begin.
 void readUrl(Place& place, const std::string& variables) {
+    if (!hasHost(place.text)) {
+        // What is told could be a part of a password.
+        throw UsageError("the URL has no host, or a login that is not percent-encoded");
+    }
     const std::string login = loginOfUrl(place.text);
     requireNoPassword(login, variables);
     if (!login.empty()) {

@@ -1,6 +1,7 @@
 // The commands that bring backups from one repository to another.
 #include "repository/names.h"
 #include "repository/path_guard.h"
+#include "repository/tolerated.h"
 #include "restorectl/backup_commands.h"
 #include "restorectl/places.h"
 #include "restorectl/repository_lock.h"
@@ -24,9 +25,9 @@ ArchiveName archiveName(const std::string& given, const std::string& infoPath) {
         return {GetDumpPrefix(infoPath) + "_" + GetInfoXmlsLabel(infoPath), "tgz"};
     }
     const std::size_t dot = given.rfind('.');
-    const ArchiveName name = dot == std::string::npos
-                                 ? ArchiveName{given, "tgz"}
-                                 : ArchiveName{given.substr(0, dot), given.substr(dot + 1)};
+    ArchiveName name = dot == std::string::npos
+                           ? ArchiveName{given, "tgz"}
+                           : ArchiveName{given.substr(0, dot), given.substr(dot + 1)};
     if (name.stem.empty() || name.extension.empty()) {
         throw UsageError("'" + given + "' is no name of an archive");
     }
@@ -34,14 +35,14 @@ ArchiveName archiveName(const std::string& given, const std::string& infoPath) {
 }
 
 // What is there with the name of an archive or of a part of it would be lost or become part of it.
-void requireFree(tRepository& target, const std::string& name) {
+void requireFree(tRepository& target, const std::string& archive) {
     Paths entries;
     if (target.transport().IsDirExist("")) {
         target.transport().ListDir("", entries);
     }
     unsigned number = 0;
     for (const std::string& entry : entries) {
-        if (IsSplittedPart(name, entry, number)) {
+        if (IsSplittedPart(archive, entry, number)) {
             throw EXC(RepositoryError) % ("file " + entry + " exists");
         }
     }
@@ -61,7 +62,8 @@ class ImportTransaction {
     }
     ~ImportTransaction() {
         if (isOpen_) {
-            repository_.RollbackTransaction();
+            toleratedInWords([&] { repository_.RollbackTransaction(); }, "unknown error",
+                             [](const std::string& reason) { LogError(reason); });
         }
     }
     ImportTransaction(const ImportTransaction&) = delete;

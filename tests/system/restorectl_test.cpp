@@ -76,7 +76,7 @@ TEST_F(Restorectl, AnswersByItsExitStatus) {
         {"check --stored clients/7/b_info_2607041200.xml", 1, ""},
         {"import --from packed/a_2605041200.tgz --guid guid-c", 1, "a_2605041200.tgz"},
         {"copy packed/a_2606041200.tgz --to ./c_2606041200.tgz", 1, "c_2606041200.tgz1 exists"},
-        {"delete '[b_info_2605041200.xml,x]'", 2, "write './[b_info_2605041200.xml,x]'"},
+        {"delete '[b_info_2605041200.xml,x]'", 2, "[b_info_2605041200.xml,x]' is ambiguous"},
         {"delete ./[b_info_2605041200.xml,x] clients/7/b_x_2605041200.tar1", 1, "tar1"},
         {"delete packed/none_2605041200.tgz packed/a_2605041200.tgz", 1, "none_2605041200"},
         {"list > /dev/full", 1, "standard output could not be written"},

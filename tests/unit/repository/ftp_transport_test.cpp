@@ -138,30 +138,41 @@ TEST_F(FtpTransport, WaitsForNoSilentServer) {
     tFtpConnection::s_silenceLimit = 600;
 }
 
-// Catches: a run that hears a request to stop when the biggest archive is there, and one that does
-// not undo anything any more. The request stays for good, so a child gets it.
-void stopDownload(tRepositoryTransport& ftp, ScriptedFtpServer& server) {
-    std::thread stop([&server] {
-        while (server.commands().find("RETR") == string::npos) {
+// The request stays for good, so a child gets it, as soon as the server has heard a command.
+void stopAt(const string& command, ScriptedFtpServer& server, void (*operation)(Transport&),
+            Transport& ftp) {
+    std::thread stop([&] {
+        while (server.commands().find(command) == string::npos) {
             std::this_thread::sleep_for(std::chrono::milliseconds(5));
         }
+        // Its answer is there as well, then.
+        std::this_thread::sleep_for(std::chrono::milliseconds(200));
         terminateProgram();
     });
-    EXPECT_THROW(read(ftp), MigrationTerminatedException);
+    EXPECT_THROW(operation(ftp), MigrationTerminatedException);
     stop.join();
-    ftp.Delete("f");
-    EXPECT_THAT(server.commands(), testing::EndsWith("DELE f\n"));
 }
 
+// Catches: a run that hears a request to stop when the biggest archive is there, one that does not
+// undo anything any more, and half a file that it leaves.
 TEST_F(FtpTransport, HeedsARequestToStop) {
-    const auto stopped = [] {
+    const auto stopped = [](bool isUpload) {
         {
-            ScriptedFtpServer server(FtpScript{{{"RETR", "-"}}});
-            stopDownload(*transport(server.url("/d"), "root", kPassword), server);
+            ScriptedFtpServer server(isUpload ? FtpScript{{{"SIZE", "550 None"}, {"transfer", "-"}}}
+                                              : FtpScript{{{"RETR", "-"}}});
+            const auto ftp = transport(server.url("/d"), "root", kPassword);
+            if (isUpload) {
+                stopAt("STOR", server, write, *ftp);
+            } else {
+                stopAt("RETR", server, read, *ftp);
+                ftp->Delete("f");
+            }
+            EXPECT_THAT(server.commands(), testing::EndsWith("DELE f\n"));
         }
         _exit(HasFailure() ? 1 : 0);
     };
-    EXPECT_EXIT(stopped(), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(stopped(false), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(stopped(true), testing::ExitedWithCode(0), "");
 }
 
 // Catches: a restore that fails since unpacking one archive took longer than a server waits, and a
