@@ -61,7 +61,7 @@ TEST_F(Restorectl, AnswersByItsExitStatus) {
         {"list --repository ftp://night:secret@h/d", 2, "a password does not belong into a URL"},
         {"rotate --keep -1 --owner o b_info", 2, "--keep"},
         {"rotate --keep 1 b_info", 2, "--owner or --packed"},
-        {"export b_info_2605041200.xml --to ftp://", 2, "has no directory"},
+        {"export b_info_2605041200.xml --to ftp://h", 2, "has no directory"},
         {"list --repository ''", 2, "the repository is empty"},
         {"list --repository ftps://night:secret@h/d", 2, "begins with ftp://"},
         {"list --type server --guid g", 2, "takes no --guid"},
