@@ -93,7 +93,9 @@ void readLabels(const string& path) {
         require(IsLabel(*ofInfo) && InfoXmlMatchToLabel(name, *ofInfo));
         string before;
         string behind;
-        require(IsDiscoveredPath(GetDiscoveredDir(path), *ofInfo, before, behind));
+        // No dump stands among the items of another one.
+        require(IsAnyDiscoveredPath(path, before, behind) ||
+                IsDiscoveredPath(GetDiscoveredDir(path), *ofInfo, before, behind));
     }
 }
 
