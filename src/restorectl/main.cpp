@@ -7,6 +7,7 @@
 #include "commons/signals.h"
 #include "commons/termination.h"
 #include "lib/read_configuration.h"
+#include "repository/path_guard.h"
 #include "restorectl/command_line.h"
 #include "restorectl/narrator.h"
 #include "restorectl/places.h"
@@ -48,6 +49,10 @@ zelvo::Report run(zelvo::Settings& settings, zelvo::Command command) {
     zelvo::Narrator narrator(settings.isVerbose);
     try {
         zelvo::readPlaces(settings);
+        // Of "./x" what stands above would seem to be another backup.
+        for (std::string& path : settings.paths) {
+            path = zelvo::normalPath(path);
+        }
         return command(settings, narrator);
     } catch (const zelvo::ExTraceable& failure) {
         return failed(withSubject(settings, failure.what()));

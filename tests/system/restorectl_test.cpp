@@ -116,7 +116,7 @@ TEST_F(Restorectl, ListsForPeopleAndForMachines) {
 // Catches: a dry run that changes something, and one that tells what does not come to pass.
 TEST_F(Restorectl, RemovesWhatItsDryRunTells) {
     const std::string before = dumps();
-    const std::string rotation = "rotate --keep 0 --owner guid-c clients/7/b_info --json ";
+    const std::string rotation = "rotate --keep 0 --owner guid-c ./clients//7/b_info --json ";
     const std::string deletion = "delete clients/7/b_info_2605041200.xml packed/a_2606041200.tgz ";
     const std::string rotated = backup(rotation + "-n").out;
     EXPECT_EQ(rotated, R"({
