@@ -73,6 +73,7 @@ TEST_F(Restorectl, AnswersByItsExitStatus) {
         {"list --credentials-file /none", 1, "credentials file '/none' cannot be read"},
         {"show clients/7/b_info_2601041200.xml", 1, "b_info_2601041200"},
         {"check --stored clients/7/b_info_2606041200.xml", 0, ""},
+        {"delete -n ./b_info_2605041200.xml", 0, ""},
         {"check --stored clients/7/b_info_2607041200.xml", 1, ""},
         {"import --from packed/a_2605041200.tgz --guid guid-c", 1, "a_2605041200.tgz"},
         {"copy packed/a_2606041200.tgz --to ./c_2606041200.tgz", 1, "c_2606041200.tgz1 exists"},
@@ -116,7 +117,7 @@ TEST_F(Restorectl, ListsForPeopleAndForMachines) {
 // Catches: a dry run that changes something, and one that tells what does not come to pass.
 TEST_F(Restorectl, RemovesWhatItsDryRunTells) {
     const std::string before = dumps();
-    const std::string rotation = "rotate --keep 0 --owner guid-c ./clients//7/b_info --json ";
+    const std::string rotation = "rotate --keep 0 --owner guid-c clients/7/b_info --json ";
     const std::string deletion = "delete clients/7/b_info_2605041200.xml packed/a_2606041200.tgz ";
     const std::string rotated = backup(rotation + "-n").out;
     EXPECT_EQ(rotated, R"({
